@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef PLATFORM_JNIACCESSOR_H_
+#define PLATFORM_JNIACCESSOR_H_
+
+#include <jni.h>
+
+/// A short-lived helper over one thread's env that makes Java strings from texts in a named encoding.
+class JNIAccessor {
+ public:
+  explicit JNIAccessor(JNIEnv* env);
+  ~JNIAccessor();
+
+  JNIAccessor(const JNIAccessor&) = delete;
+  JNIAccessor& operator=(const JNIAccessor&) = delete;
+
+  /// A new local reference to `text` (zero-terminated, in `encoding`; the library always passes "UTF-8").
+  jstring ToJString(const char* text, const char* encoding) const;
+
+ private:
+  JNIEnv* _env;
+};
+
+#endif  // PLATFORM_JNIACCESSOR_H_

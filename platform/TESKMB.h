@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef PLATFORM_TESKMB_H_
+#define PLATFORM_TESKMB_H_
+
+#include <string>
+
+/// Replaces `out` by the UTF-16 form of `in`, a text in the host's native multibyte encoding. Returns 0 on success.
+int TESKMBGenericToU16(std::basic_string<unsigned short>& out, const std::string& in);
+
+/// The zero-terminated UTF-16 `text` as zero-terminated UTF-8, to be given back with `TESKMBRelease`.
+char* TESKMBTranscodeU8(const unsigned short* text);
+
+/// Frees a text made by `TESKMBTranscodeU8` and sets the pointer to null.
+void TESKMBRelease(char** text);
+
+/// Whether the host's native multibyte encoding is UTF-8.
+bool qUTF8mode();
+
+#endif  // PLATFORM_TESKMB_H_
