@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef BRIDGE_JEXCEPTION_H_
+#define BRIDGE_JEXCEPTION_H_
+
+#include <string>
+
+#include "bridge/Export.h"
+
+/// A failure that the host's own platform code raises inside an operation of this library, as three texts.
+///
+/// It is always thrown by value. The library never builds one; it only passes on, or turns into a failure value, what the platform
+/// functions throw. Java's exceptions are never turned into it: they end in the dump file (`JAccessor::exceptionCheck`).
+class CHARTBRIDGE_EXPORT JException {
+ public:
+  JException(const std::string& first, const std::string& second, const std::string& third);
+  JException(const JException& other);
+  ~JException();
+
+  JException& operator=(const JException& other) = default;
+
+  /// What diagnostics print first.
+  const std::string& firstText() const { return _first; }
+  /// Carried along for the host; the library prints it nowhere.
+  const std::string& secondText() const { return _second; }
+  /// What diagnostics print on the line after the first text.
+  const std::string& thirdText() const { return _third; }
+
+ private:
+  std::string _first;
+  std::string _second;
+  std::string _third;
+};
+
+#endif  // BRIDGE_JEXCEPTION_H_
