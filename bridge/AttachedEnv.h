@@ -8,8 +8,8 @@ namespace chartbridge {
 
 /// Attaches the calling thread through the host's JVM and returns its env.
 ///
-/// Null when the host has no JVM object or could not attach. A binding that is given the null env fails every call without
-/// touching Java. Exceptions of the host's JVM code propagate.
+/// Null when the host has no JVM object or could not attach. A binding that is given the null env
+/// fails every call without touching Java. Exceptions of the host's JVM code propagate.
 JNIEnv* AttachedEnv();
 
 }  // namespace chartbridge

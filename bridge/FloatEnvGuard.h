@@ -4,10 +4,11 @@
 
 #include <cfenv>
 
-/// Keeps the calling thread's floating-point environment (rounding mode, exception masks and flags) across Java work, so that
-/// a JVM that changes it cannot change the host's arithmetic.
+/// Keeps the calling thread's floating-point environment (rounding mode, exception masks and flags)
+/// across Java work, so that a JVM that changes it cannot change the host's arithmetic.
 ///
-/// The environment is put back when the guard leaves its scope, by exception or not, and only if it could be saved.
+/// The environment is put back when the guard leaves its scope, by exception or not, and only if it
+/// could be saved.
 class FloatEnvGuard {
  public:
   FloatEnvGuard();

@@ -17,7 +17,8 @@
 
 namespace {
 
-// Seconds and milliseconds of one clock reading. glibc calls ftime obsolete; it is what the records' milliseconds come from.
+// Seconds and milliseconds of one clock reading. glibc calls ftime obsolete; it is what the
+// records' milliseconds come from.
 timeb ReadClock() {
   timeb now{};
 #pragma GCC diagnostic push
@@ -54,7 +55,8 @@ jclass JAccessor::setClass(const char* name) {
 }
 
 jmethodID JAccessor::setMethod(const char* name, const char* sig) {
-  // Without a class the method of the last lookup stays: the call that follows fails in Java, not here.
+  // Without a class the method of the last lookup stays: the call that follows fails in Java, not
+  // here.
   if (cls == nullptr) return methodID;
   methodID = jni()->GetMethodID(cls, name, sig);
   if (methodID == nullptr) exceptionCheck();
@@ -85,7 +87,8 @@ std::string JAccessor::FromJString(jstring s, const char* codepage) const {
   const jchar* chars = jni()->GetStringChars(s, nullptr);
   std::string text;
   UErrorCode error = U_ZERO_ERROR;
-  // The converter stays open and the error code untested, on purpose: ICU keeps what it has converted so far.
+  // The converter stays open and its error code untested, on purpose: the text is whatever could be
+  // converted.
   UConverter* converter = ucnv_open(codepage, &error);
   if (converter != nullptr && chars != nullptr) {
     const int32_t capacity = ucnv_getMaxCharSize(converter) * length + 1;
@@ -130,13 +133,13 @@ std::string JAccessor::getPrintStackTrace(jthrowable t, jclass c) {
   const jobject out = jni()->NewObject(bytesClass, bytesInit);
 
   const jclass printClass = jni()->FindClass("java/io/PrintStream");
-  const jmethodID printInit =
-      jni()->GetMethodID(printClass, "<init>", "(Ljava/io/OutputStream;)V");
+  const jmethodID printInit = jni()->GetMethodID(printClass, "<init>", "(Ljava/io/OutputStream;)V");
   const jobject ps = jni()->NewObject(printClass, printInit, out);
 
   const jmethodID printStackTrace =
       jni()->GetMethodID(c, "printStackTrace", "(Ljava/io/PrintStream;)V");
-  // A void method through the object-returning call form; the result means nothing and is not looked at.
+  // A void method through the object-returning call form; the result means nothing and is not
+  // looked at.
   jni()->CallObjectMethod(t, printStackTrace, ps);
 
   const auto text = static_cast<jstring>(jni()->CallObjectMethod(out, bytesToString));
@@ -149,7 +152,8 @@ void JAccessor::printDebugInfo(const std::string& message) {
 
   std::string path = std::string(directory) + "/JNI_Exceptions_";
   const timeb now = ReadClock();
-  // "Www Mmm dd hh:mm:ss yyyy\n"; a day below ten is padded with a space, which stays in the file's name.
+  // "Www Mmm dd hh:mm:ss yyyy\n"; a day below ten is padded with a space, which stays in the file's
+  // name.
   const std::string t = std::ctime(&now.time);
   path += t.substr(4, 3) + t.substr(8, 2) + ".txt";
 

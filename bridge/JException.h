@@ -6,10 +6,12 @@
 
 #include "bridge/Export.h"
 
-/// A failure that the host's own platform code raises inside an operation of this library, as three texts.
+/// A failure that the host's own platform code raises inside an operation of this library, as three
+/// texts.
 ///
-/// It is always thrown by value. The library never builds one; it only passes on, or turns into a failure value, what the platform
-/// functions throw. Java's exceptions are never turned into it: they end in the dump file (`JAccessor::exceptionCheck`).
+/// It is always thrown by value. The library never builds one; it only passes on, or turns into a
+/// failure value, what the platform functions throw. Java's exceptions are never turned into it:
+/// they end in the dump file (`JAccessor::exceptionCheck`).
 class CHARTBRIDGE_EXPORT JException {
  public:
   JException(const std::string& first, const std::string& second, const std::string& third);

@@ -22,8 +22,7 @@ jbyteArray NewByteArray(JAccessor& accessor, const std::string& bytes) {
 
 jobject NewDirectBuffer(const JAccessor& accessor, const void* memory, unsigned long length) {
   // JNI has no pointer to const; the chart classes only read what the host declares const.
-  return accessor.jni()->NewDirectByteBuffer(const_cast<void*>(memory),
-                                             static_cast<jlong>(length));
+  return accessor.jni()->NewDirectByteBuffer(const_cast<void*>(memory), static_cast<jlong>(length));
 }
 
 jstring NewJavaString(JAccessor& accessor, const jchar* units, int length) {

@@ -8,9 +8,10 @@
 
 #include "bridge/JAccessor.h"
 
-// How values cross between the host and Java. Every binding uses these, so that each crossing makes the same JNI calls and the same
-// exception checks in the same order wherever it stands. All references that are made are local and stay for the host's local
-// frame to give back; nothing here deletes one.
+// How values cross between the host and Java. Every binding uses these, so that each crossing makes
+// the same JNI calls and the same exception checks in the same order wherever it stands. All
+// references that are made are local and stay for the host's local frame to give back; nothing here
+// deletes one.
 namespace chartbridge {
 
 /// Bytes as a new `byte[]`, copied unchanged. Null when Java could not make it.
@@ -24,8 +25,8 @@ jobject NewDirectBuffer(const JAccessor& accessor, const void* memory, unsigned 
 /// UTF-16 code units as a new Java string, with the exception check that follows it.
 jstring NewJavaString(JAccessor& accessor, const jchar* units, int length);
 
-/// A text in the host's native encoding as a new Java string (`UnicodeConverter`). Null, without a JNI call, for a text that is empty
-/// or cannot be converted.
+/// A text in the host's native encoding as a new Java string (`UnicodeConverter`). Null, without a
+/// JNI call, for a text that is empty or cannot be converted.
 jstring NewJavaStringFromNative(JAccessor& accessor, const std::string& text);
 
 /// A UTF-8 text as a new Java string, made by the host's JNI accessor library.
@@ -38,15 +39,18 @@ jbyte* CopyByteArray(const JAccessor& accessor, jbyteArray array, std::string& b
 
 /// Copies a whole `byte[]` into `bytes` and releases it without writing back.
 ///
-/// False, with `bytes` untouched, when `array` is null or Java did not give its elements. True for an empty array.
+/// False, with `bytes` untouched, when `array` is null or Java did not give its elements. True for
+/// an empty array.
 bool ReadByteArray(JAccessor& accessor, jbyteArray array, std::string& bytes);
 
-/// Copies one block (a 4-byte big-endian length and as many bytes) into `bytes` and returns the position behind it.
+/// Copies one block (a 4-byte big-endian length and as many bytes) into `bytes` and returns the
+/// position behind it.
 ///
 /// The length is Java's word: nothing tells where the memory ends.
 const jbyte* ReadLengthPrefixedBlock(const jbyte* position, std::string& bytes);
 
-/// Transcodes a Java string to UTF-8 with the host's transcoder. A null string leaves `text` untouched.
+/// Transcodes a Java string to UTF-8 with the host's transcoder. A null string leaves `text`
+/// untouched.
 void ReadTranscodedString(JAccessor& accessor, jstring string, std::string& text);
 
 }  // namespace chartbridge

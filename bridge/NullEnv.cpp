@@ -9,8 +9,7 @@ namespace {
 
 // The table starts with pointers that JNI reserves for itself; all the others are functions.
 constexpr std::size_t kReservedSlots = 4;
-constexpr std::size_t kFunctionSlots =
-    sizeof(JNINativeInterface_) / sizeof(void*) - kReservedSlots;
+constexpr std::size_t kFunctionSlots = sizeof(JNINativeInterface_) / sizeof(void*) - kReservedSlots;
 
 template <typename Result, typename... Args>
 Result JNICALL ReturnZero(JNIEnv*, Args...) {
@@ -22,7 +21,8 @@ Result JNICALL ReturnZeroVariadic(JNIEnv*, Args..., ...) {
   return Result();
 }
 
-// Becomes the zero function of whatever type the slot has, so that no function is called through a pointer of another type.
+// Becomes the zero function of whatever type the slot has, so that no function is called through a
+// pointer of another type.
 struct ZeroFunction {
   template <typename Result, typename... Args>
   using Plain = Result(JNICALL*)(JNIEnv*, Args...);

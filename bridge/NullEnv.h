@@ -6,10 +6,11 @@
 
 namespace chartbridge {
 
-/// A `JNIEnv` whose every function does nothing and returns zero. Never null; valid for the whole process, on any thread.
+/// A `JNIEnv` whose every function does nothing and returns zero. Never null; valid for the whole
+/// process, on any thread.
 ///
-/// A thread that could not be attached has no env. Its bindings call this one instead, so that the operation ends in its failure
-/// value where a call through a null pointer would end the process.
+/// A thread that could not be attached has no env. Its bindings call this one instead, so that the
+/// operation ends in its failure value where a call through a null pointer would end the process.
 JNIEnv* NullEnv();
 
 }  // namespace chartbridge

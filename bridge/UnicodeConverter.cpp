@@ -12,7 +12,8 @@ namespace {
 
 constexpr std::size_t kTerminatingUnits = 2;
 
-// Some encodings hold a substitute where the file separator belongs; Java's file classes need the real one.
+// Some encodings hold a substitute where the file separator belongs; Java's file classes need the
+// real one.
 void FixFileSeparator(unsigned short* units, std::size_t count) {
   UErrorCode error = U_ZERO_ERROR;
   icu::LocalUConverterPointer converter(ucnv_open(nullptr, &error));
@@ -23,7 +24,8 @@ void FixFileSeparator(unsigned short* units, std::size_t count) {
 }  // namespace
 
 UnicodeConverter::UnicodeConverter(const std::string& text) : buffer(nullptr), count(0) {
-  // The transcoder replaces the content; the one unit that it starts with is what hosts' transcoders have always been given.
+  // The transcoder replaces the content; the one unit that it starts with is what hosts'
+  // transcoders have always been given.
   std::basic_string<unsigned short> converted(1, 0x0041);
   if (TESKMBGenericToU16(converted, text) != 0) return;
 

@@ -8,8 +8,9 @@
 
 /// One text of the host, in its native multibyte encoding, as UTF-16 for Java.
 ///
-/// The host's own transcoder (`TESKMBGenericToU16`) converts. A text that it refuses leaves the converter empty (null buffer, length
-/// 0) without a message. Two zero units at least follow the text.
+/// The host's own transcoder (`TESKMBGenericToU16`) converts. A text that it refuses leaves the
+/// converter empty (null buffer, length 0) without a message. Two zero units at least follow the
+/// text.
 class CHARTBRIDGE_EXPORT UnicodeConverter {
  public:
   /// @param text the text, in the encoding that the host's transcoder takes

@@ -11,8 +11,8 @@ namespace chartbridge {
 
 /// A host's path or text as UTF-16, converted with ICU's default converter of the process.
 ///
-/// The codepage name that a host stores in an editor plays no part here. Conversion errors are not reported: the text is what ICU
-/// converted. Owns its units.
+/// The codepage name that a host stores in an editor plays no part here. Conversion errors are not
+/// reported: the text is what ICU converted. Owns its units.
 class Utf16Text {
  public:
   explicit Utf16Text(const std::string& text);

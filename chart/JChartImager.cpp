@@ -71,7 +71,8 @@ bool JChartImager::RenderToFile(const std::string& chart, const std::string& dat
                                 int auxText2Length) {
   const jbyteArray chartArray = NewByteArray(*this, chart);
   const jbyteArray auxArray1 = NewByteArray(*this, auxBytes1);
-  // Written a second time on purpose: harmless to Java, and part of the order of checks that this form keeps.
+  // Written a second time on purpose: harmless to Java, and part of the order of checks that this
+  // form keeps.
   jni()->SetByteArrayRegion(auxArray1, 0, static_cast<jsize>(auxBytes1.size()),
                             reinterpret_cast<const jbyte*>(auxBytes1.data()));
   exceptionCheck();
@@ -82,8 +83,7 @@ bool JChartImager::RenderToFile(const std::string& chart, const std::string& dat
   const jstring pathString = NewJavaString(*this, path, pathLength);
 
   // There is no image-map form for data in a byte[]: the image-map type goes to this method too.
-  setMethod("RenderToFile",
-            "([B[BLjava/lang/String;IDLjava/lang/String;[BLjava/lang/String;[B)Z");
+  setMethod("RenderToFile", "([B[BLjava/lang/String;IDLjava/lang/String;[BLjava/lang/String;[B)Z");
   const jboolean rendered = jni()->CallBooleanMethod(
       getObject(), getMethodID(), chartArray, dataArray, pathString, static_cast<jint>(imageType),
       size, auxString1, auxArray1, auxString2, auxArray2);
@@ -103,10 +103,9 @@ bool JChartImager::RenderToMem(const std::string& chart, const std::string& data
   const jstring auxString1 = NewJavaString(*this, auxText1, auxText1Length);
   const jstring auxString2 = NewJavaString(*this, auxText2, auxText2Length);
 
-  // The data goes as a byte[] where the method takes a ByteBuffer, on purpose: the JNI guard wraps it, and hosts without
-  // the guard have Java classes that expect it.
-  setMethod("RenderToMem",
-            "([BLjava/nio/ByteBuffer;IDLjava/lang/String;[BLjava/lang/String;[B)[B");
+  // The data goes as a byte[] where the method takes a ByteBuffer, on purpose: the JNI guard wraps
+  // it, and hosts without the guard have Java classes that expect it.
+  setMethod("RenderToMem", "([BLjava/nio/ByteBuffer;IDLjava/lang/String;[BLjava/lang/String;[B)[B");
   const auto result = static_cast<jbyteArray>(jni()->CallObjectMethod(
       getObject(), getMethodID(), chartArray, dataArray, static_cast<jint>(imageType), size,
       auxString1, auxArray1, auxString2, auxArray2));
@@ -121,14 +120,11 @@ bool JChartImager::RenderToMem(const std::string& chart, const std::string& data
   return !output.empty();
 }
 
-bool JChartImager::RenderImageMapToMemory(const std::string& chart, const unsigned char* data,
-                                          unsigned long dataLength, int imageType,
-                                          std::string& output1, double size, std::string& output2,
-                                          std::string& output3, bool flag,
-                                          const std::string& auxBytes1,
-                                          const std::string& auxBytes2, const jchar* auxText1,
-                                          int auxText1Length, const jchar* auxText2,
-                                          int auxText2Length) {
+bool JChartImager::RenderImageMapToMemory(
+    const std::string& chart, const unsigned char* data, unsigned long dataLength, int imageType,
+    std::string& output1, double size, std::string& output2, std::string& output3, bool flag,
+    const std::string& auxBytes1, const std::string& auxBytes2, const jchar* auxText1,
+    int auxText1Length, const jchar* auxText2, int auxText2Length) {
   const jbyteArray chartArray = NewByteArray(*this, chart);
   const jbyteArray auxArray1 = NewByteArray(*this, auxBytes1);
   const jbyteArray auxArray2 = NewByteArray(*this, auxBytes2);
@@ -149,7 +145,8 @@ bool JChartImager::RenderImageMapToMemory(const std::string& chart, const unsign
     jbyte* elements = jni()->GetByteArrayElements(result, nullptr);
     if (elements != nullptr) {
       const jbyte* position = ReadLengthPrefixedBlock(elements, output1);
-      // Only an image map has more blocks, and only its elements are released; pictures keep theirs on purpose.
+      // Only an image map has more blocks, and only its elements are released; pictures keep theirs
+      // on purpose.
       if (imageType == kImageMap) {
         position = ReadLengthPrefixedBlock(position, output2);
         ReadLengthPrefixedBlock(position, output3);
@@ -161,11 +158,9 @@ bool JChartImager::RenderImageMapToMemory(const std::string& chart, const unsign
   return !output1.empty();
 }
 
-std::string JChartImager::EmbedHistogramInGraph(const std::string& first,
-                                                const std::string& second,
+std::string JChartImager::EmbedHistogramInGraph(const std::string& first, const std::string& second,
                                                 unsigned char* histogram,
-                                                unsigned long histogramLength,
-                                                unsigned int count) {
+                                                unsigned long histogramLength, unsigned int count) {
   const jbyteArray firstArray = NewByteArray(*this, first);
   const jbyteArray secondArray = NewByteArray(*this, second);
   const jobject buffer = NewDirectBuffer(*this, histogram, histogramLength);
@@ -173,9 +168,8 @@ std::string JChartImager::EmbedHistogramInGraph(const std::string& first,
   if (buffer == nullptr) return graph;
 
   setMethod("EmbedHistogramInGraph", "([B[BLjava/nio/ByteBuffer;I)[B");
-  const auto result = static_cast<jbyteArray>(
-      jni()->CallObjectMethod(getObject(), getMethodID(), firstArray, secondArray, buffer,
-                              static_cast<jint>(count)));
+  const auto result = static_cast<jbyteArray>(jni()->CallObjectMethod(
+      getObject(), getMethodID(), firstArray, secondArray, buffer, static_cast<jint>(count)));
   exceptionCheck();
   if (result == nullptr) return graph;
   // The elements are not released, on purpose, unlike everywhere else.
@@ -199,7 +193,8 @@ bool JChartImager::ApplyStyleSheet(std::string& document, const std::string& sty
   const jbyteArray documentArray = NewByteArray(*this, document);
   const jbyteArray styleSheetArray = NewByteArray(*this, styleSheet);
   setMethod("ApplyStyleSheet", "([B[B)[B");
-  // Not tested for null, on purpose: Java always answers an array, and the JNI guard makes a null one read as empty.
+  // Not tested for null, on purpose: Java always answers an array, and the JNI guard makes a null
+  // one read as empty.
   const auto result = static_cast<jbyteArray>(
       jni()->CallObjectMethod(getObject(), getMethodID(), documentArray, styleSheetArray));
   exceptionCheck();

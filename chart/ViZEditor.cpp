@@ -13,7 +13,8 @@ using chartbridge::Utf16Text;
 
 namespace {
 
-// Points the editor's binding at the calling thread. The floating-point environment is back before Java works.
+// Points the editor's binding at the calling thread. The floating-point environment is back before
+// Java works.
 void AttachEditorToThread() {
   const FloatEnvGuard guard;
   JNIEnv* env = AttachedEnv();
@@ -65,8 +66,9 @@ bool ViZEditor::SetCodepage(const std::string& newCodepage) {
   return true;
 }
 
-// The four operations below look alike and are not: each converts its texts and tests the binding in an order of its own, which
-// decides what a call on a stopped editor does. A JException is thrown by value, so their catch clauses let it pass to the host.
+// The four operations below look alike and are not: each converts its texts and tests the binding
+// in an order of its own, which decides what a call on a stopped editor does. A JException is
+// thrown by value, so their catch clauses let it pass to the host.
 
 bool ViZEditor::RenderToFileHeadless(const std::string& chart, const unsigned char* data,
                                      unsigned long dataLength, const std::string& path,
@@ -81,9 +83,9 @@ bool ViZEditor::RenderToFileHeadless(const std::string& chart, const unsigned ch
   if (imager == nullptr) return false;
   try {
     AttachEditorToThread();
-    return imager->RenderToFile(chart, data, dataLength, path16.data(), path16.length(), type,
-                                size, auxBytes1, auxBytes2, aux1.data(), aux1.length(),
-                                aux2.data(), aux2.length(), flag);
+    return imager->RenderToFile(chart, data, dataLength, path16.data(), path16.length(), type, size,
+                                auxBytes1, auxBytes2, aux1.data(), aux1.length(), aux2.data(),
+                                aux2.length(), flag);
   } catch (const JException* exception) {
     throw std::string(exception->thirdText());
   }

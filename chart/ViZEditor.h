@@ -12,19 +12,22 @@ class JChartImager;
 
 /// Renders charts through the Java class com.tesk.charteditor.ChartImager.
 ///
-/// A singleton. The host starts the JVM, calls `StartEditorHeadless` on a thread that stays attached, and then renders from
-/// any thread; each operation attaches its thread and holds the process-wide lock `TeskJVM::CritSect()` from begin to end. The
-/// floating-point environment of the caller is kept.
+/// A singleton. The host starts the JVM, calls `StartEditorHeadless` on a thread that stays
+/// attached, and then renders from any thread; each operation attaches its thread and holds the
+/// process-wide lock `TeskJVM::CritSect()` from begin to end. The floating-point environment of the
+/// caller is kept.
 ///
-/// Failures: a Java exception is recorded in the dump file and cleared (see `JAccessor::printDebugInfo`), and the operation returns
-/// its failure value. Exceptions of the host's own platform code propagate once buffers, floating-point environment and lock are
-/// back as they were.
+/// Failures: a Java exception is recorded in the dump file and cleared (see
+/// `JAccessor::printDebugInfo`), and the operation returns its failure value. Exceptions of the
+/// host's own platform code propagate once buffers, floating-point environment and lock are back as
+/// they were.
 ///
-/// Texts (`path`, `auxText1`, `auxText2`) are in the encoding of ICU's default converter; byte strings go to Java unchanged.
+/// Texts (`path`, `auxText1`, `auxText2`) are in the encoding of ICU's default converter; byte
+/// strings go to Java unchanged.
 class CHARTBRIDGE_EXPORT ViZEditor {
  public:
-  /// The output format, handed to Java as its number. The library itself knows only the image map; the names of the others are
-  /// those of the reference Java classes.
+  /// The output format, handed to Java as its number. The library itself knows only the image map;
+  /// the names of the others are those of the reference Java classes.
   enum IMAGE_TYPE : int {
     IMAGE_JPEG = 1,
     IMAGE_PNG = 2,
@@ -47,8 +50,8 @@ class CHARTBRIDGE_EXPORT ViZEditor {
 
   /// Creates the Java object on the thread of `env`, which must stay attached until `StopHeadless`.
   ///
-  /// Always true, also when the editor was started before (the first env is kept) and when Java failed (that is in the dump
-  /// file, and every operation then fails).
+  /// Always true, also when the editor was started before (the first env is kept) and when Java
+  /// failed (that is in the dump file, and every operation then fails).
   bool StartEditorHeadless(JNIEnv* env);
   /// Whether `StartEditorHeadless` was called, and `StopHeadless` was not called since.
   bool IsStartedHeadless();
@@ -59,25 +62,29 @@ class CHARTBRIDGE_EXPORT ViZEditor {
   /// Stores a codepage name; no conversion uses it. False, and nothing stored, for an empty name.
   bool SetCodepage(const std::string& codepage);
 
-  /// Renders a chart into a file, with the data in the host's memory. Calls Java `RenderToFile`, or for `IMAGE_MAP`
-  /// `RenderImageMapToFile`.
+  /// Renders a chart into a file, with the data in the host's memory. Calls Java `RenderToFile`, or
+  /// for `IMAGE_MAP` `RenderImageMapToFile`.
   ///
   /// @param chart the chart description, in the encoding its format says
-  /// @param data the data; Java reads this memory without copying, so it must stay unchanged during the call
+  /// @param data the data; Java reads this memory without copying, so it must stay unchanged during
+  /// the call
   /// @param dataLength its length in bytes
   /// @param path the output file
   /// @param type the output format
-  /// @param size passed to Java unchanged; for the reference Java classes, a percentage of the chart's own size
-  /// @param auxBytes1,auxBytes2,auxText1,auxText2 two pairs of bytes and text, passed to Java unchanged
+  /// @param size passed to Java unchanged; for the reference Java classes, a percentage of the
+  /// chart's own size
+  /// @param auxBytes1,auxBytes2,auxText1,auxText2 two pairs of bytes and text, passed to Java
+  /// unchanged
   /// @param flag for image maps, passed to Java negated
-  /// @return what Java answered; false when the editor is not started, on a Java exception, and when the JVM cannot share `data`
+  /// @return what Java answered; false when the editor is not started, on a Java exception, and
+  /// when the JVM cannot share `data`
   bool RenderToFileHeadless(const std::string& chart, const unsigned char* data,
                             unsigned long dataLength, const std::string& path, IMAGE_TYPE type,
-                            double size, const std::string& auxBytes1,
-                            const std::string& auxBytes2, const std::string& auxText1,
-                            const std::string& auxText2, bool flag);
+                            double size, const std::string& auxBytes1, const std::string& auxBytes2,
+                            const std::string& auxText1, const std::string& auxText2, bool flag);
 
-  /// Renders a chart into a file, with the data copied to Java. Calls Java `RenderToFile` for every type.
+  /// Renders a chart into a file, with the data copied to Java. Calls Java `RenderToFile` for every
+  /// type.
   ///
   /// Parameters and result as above; `data` is copied, and there is no flag.
   bool RenderToFileHeadless(const std::string& chart, const std::string& data,
@@ -96,17 +103,19 @@ class CHARTBRIDGE_EXPORT ViZEditor {
                                    const std::string& auxText1, const std::string& auxText2,
                                    std::string& output);
 
-  /// Renders a chart into memory, with the data in the host's memory. Calls Java `RenderImageMapToMemory` for every type.
+  /// Renders a chart into memory, with the data in the host's memory. Calls Java
+  /// `RenderImageMapToMemory` for every type.
   ///
   /// @param output1 the first block of Java's answer, the picture
   /// @param output2,output3 the second and third block; written for `IMAGE_MAP` only
-  /// @return whether `output1` is not empty afterwards; outputs are never cleared, so start with empty ones
+  /// @return whether `output1` is not empty afterwards; outputs are never cleared, so start with
+  /// empty ones
   bool RenderImageToMemoryHeadless(const std::string& chart, const unsigned char* data,
                                    unsigned long dataLength, IMAGE_TYPE type, double size,
-                                   std::string& output1, std::string& output2,
-                                   std::string& output3, const std::string& auxBytes1,
-                                   const std::string& auxBytes2, const std::string& auxText1,
-                                   const std::string& auxText2, bool flag);
+                                   std::string& output1, std::string& output2, std::string& output3,
+                                   const std::string& auxBytes1, const std::string& auxBytes2,
+                                   const std::string& auxText1, const std::string& auxText2,
+                                   bool flag);
 
   /// The one editor, or null. A host that deletes the editor and wants a new one sets this to null.
   static ViZEditor* _instance;

@@ -10,7 +10,8 @@ class ChartBase {
   /// Writes a diagnostic text to the chart utility library's debug output.
   static void printDebugInfo(const std::string& text);
 
-  /// The zero-terminated UTF-16 name of the UTF-8 encoding, as `ChartTransformer::getEntireXML` takes it.
+  /// The zero-terminated UTF-16 name of the UTF-8 encoding, as `ChartTransformer::getEntireXML`
+  /// takes it.
   static const unsigned short _utf8[];
 };
 

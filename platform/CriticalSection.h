@@ -4,9 +4,11 @@
 
 #include <memory>
 
-/// A recursive lock that the host supplies. The one that guards all Java work is `TeskJVM::CritSect()`.
+/// A recursive lock that the host supplies. The one that guards all Java work is
+/// `TeskJVM::CritSect()`.
 ///
-/// It must let the owning thread in again: operations of this library lock it, and then call others that lock it too.
+/// It must let the owning thread in again: operations of this library lock it, and then call others
+/// that lock it too.
 class CriticalSection {
  public:
   CriticalSection();

@@ -4,7 +4,8 @@
 
 #include <jni.h>
 
-/// A short-lived helper over one thread's env that makes Java strings from texts in a named encoding.
+/// A short-lived helper over one thread's env that makes Java strings from texts in a named
+/// encoding.
 class JNIAccessor {
  public:
   explicit JNIAccessor(JNIEnv* env);
@@ -13,7 +14,8 @@ class JNIAccessor {
   JNIAccessor(const JNIAccessor&) = delete;
   JNIAccessor& operator=(const JNIAccessor&) = delete;
 
-  /// A new local reference to `text` (zero-terminated, in `encoding`; the library always passes "UTF-8").
+  /// A new local reference to `text` (zero-terminated, in `encoding`; the library always passes
+  /// "UTF-8").
   jstring ToJString(const char* text, const char* encoding) const;
 
  private:

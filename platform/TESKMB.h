@@ -4,10 +4,12 @@
 
 #include <string>
 
-/// Replaces `out` by the UTF-16 form of `in`, a text in the host's native multibyte encoding. Returns 0 on success.
+/// Replaces `out` by the UTF-16 form of `in`, a text in the host's native multibyte encoding.
+/// Returns 0 on success.
 int TESKMBGenericToU16(std::basic_string<unsigned short>& out, const std::string& in);
 
-/// The zero-terminated UTF-16 `text` as zero-terminated UTF-8, to be given back with `TESKMBRelease`.
+/// The zero-terminated UTF-16 `text` as zero-terminated UTF-8, to be given back with
+/// `TESKMBRelease`.
 char* TESKMBTranscodeU8(const unsigned short* text);
 
 /// Frees a text made by `TESKMBTranscodeU8` and sets the pointer to null.

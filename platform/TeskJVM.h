@@ -6,7 +6,8 @@
 
 #include "platform/CriticalSection.h"
 
-/// The process's one Java virtual machine. The host owns it and decides how it is found and with which options it starts.
+/// The process's one Java virtual machine. The host owns it and decides how it is found and with
+/// which options it starts.
 class TeskJVM {
  public:
   /// The host's JVM object, or null when the host has none. The library never deletes it.
@@ -26,8 +27,9 @@ class TeskJVM {
 
   /// Attaches the calling thread if needed and stores its `JNIEnv*` in `*env`.
   ///
-  /// The library sets `*env` to null first and ignores the result: an implementation that cannot attach leaves it null, and the
-  /// operation then ends in its failure value. A thread must stay attached while Java objects made on it are in use.
+  /// The library sets `*env` to null first and ignores the result: an implementation that cannot
+  /// attach leaves it null, and the operation then ends in its failure value. A thread must stay
+  /// attached while Java objects made on it are in use.
   bool AttachCurrentThread(JNIEnv** env);
 };
 
