@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "app/DumpFolder.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <system_error>
+
+namespace chartbridge {
+
+namespace {
+
+constexpr const char* kVariable = "DumpChartTimePath";
+constexpr const char* kFilePrefix = "JNI_Exceptions_";
+
+}  // namespace
+
+DumpFolder::DumpFolder() {
+  if (const char* given = std::getenv(kVariable)) {
+    _folder = given;
+    _sizesBefore = Sizes();
+    return;
+  }
+  std::error_code error;
+  const std::filesystem::path parent = std::filesystem::temp_directory_path(error);
+  std::string pattern = (error ? std::filesystem::path("/tmp") : parent) / "chartbridge-XXXXXX";
+  // Without the folder only the reason of a failure is lost, not the work.
+  if (mkdtemp(pattern.data()) == nullptr) return;
+  _folder = pattern;
+  _private = true;
+  setenv(kVariable, _folder.c_str(), 1);
+}
+
+DumpFolder::~DumpFolder() {
+  if (!_private) return;
+  unsetenv(kVariable);
+  std::error_code ignored;
+  std::filesystem::remove_all(_folder, ignored);
+}
+
+std::map<std::string, std::uintmax_t> DumpFolder::Sizes() const {
+  std::map<std::string, std::uintmax_t> sizes;
+  std::error_code error;
+  // An empty variable means the root folder to the library.
+  const std::string folder = _folder.empty() ? "/" : _folder;
+  for (const auto& entry : std::filesystem::directory_iterator(folder, error)) {
+    if (entry.path().filename().string().rfind(kFilePrefix, 0) != 0) continue;
+    const std::uintmax_t size = entry.file_size(error);
+    if (!error) sizes[entry.path().string()] = size;
+  }
+  return sizes;
+}
+
+std::string DumpFolder::NewRecords() const {
+  if (_folder.empty() && _private) return "";
+  std::string records;
+  for (const auto& [path, size] : Sizes()) {
+    const auto before = _sizesBefore.find(path);
+    const std::uintmax_t from = before == _sizesBefore.end() ? 0 : before->second;
+    if (size <= from) continue;
+    std::ifstream file(path, std::ios::binary);
+    file.seekg(static_cast<std::streamoff>(from));
+    records.append(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+  }
+  return records;
+}
+
+}  // namespace chartbridge

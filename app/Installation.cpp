@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "app/Installation.h"
+
+#include <filesystem>
+#include <system_error>
+
+namespace chartbridge {
+
+namespace {
+
+// From the executable's folder: bin/ of an installation, app/ of a build folder.
+constexpr const char* kFolders[] = {CHARTBRIDGE_INSTALLED_DATA, "../java"};
+constexpr const char* kJar = "chartbridge-runtime.jar";
+constexpr const char* kSharedArchive = "chartbridge.jsa";
+
+}  // namespace
+
+Installation::Installation() {
+  namespace fs = std::filesystem;
+  std::error_code error;
+  const fs::path home = fs::read_symlink("/proc/self/exe", error).parent_path();
+  for (const char* candidate : kFolders) {
+    const fs::path folder = (home / candidate).lexically_normal();
+    if (fs::exists(folder / kJar, error)) {
+      _jar = folder / kJar;
+      if (fs::exists(folder / kSharedArchive, error)) _sharedArchive = folder / kSharedArchive;
+      return;
+    }
+    if (!_searchedFolders.empty()) _searchedFolders += ", ";
+    _searchedFolders += folder.string();
+  }
+}
+
+}  // namespace chartbridge

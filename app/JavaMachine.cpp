@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "app/JavaMachine.h"
+
+#include <mutex>
+#include <sstream>
+#include <utility>
+
+#include "app/Failure.h"
+#include "app/Installation.h"
+#include "app/NativeText.h"
+#include "host/JvmSettings.h"
+#include "host/JvmThreads.h"
+#include "platform/TeskJVM.h"
+
+namespace chartbridge {
+
+namespace {
+
+JvmSettings SettingsFor(const JavaOptions& options) {
+  JvmSettings settings;
+  settings.guard = options.guard;
+  // One picture does not pay for the optimising compiler or for collector threads.
+  settings.options = {"-XX:TieredStopAtLevel=1", "-XX:+UseSerialGC"};
+
+  if (!options.classPath.empty()) {
+    std::istringstream entries(options.classPath);
+    for (std::string entry; std::getline(entries, entry, ':');) {
+      if (!entry.empty()) settings.classPath.push_back(entry);
+    }
+    return settings;
+  }
+  const Installation installation;
+  if (installation.Jar().empty()) {
+    throw Failure("the Java classes (chartbridge-runtime.jar) are not in " +
+                  installation.SearchedFolders() + "; name them with --classpath");
+  }
+  settings.classPath = {installation.Jar()};
+  settings.sharedArchive = installation.SharedArchive();
+  return settings;
+}
+
+}  // namespace
+
+JavaMachine::JavaMachine(const JavaOptions& options) : _env(nullptr) {
+  std::mutex mutex;
+  std::string messages;
+  JvmSettings settings = SettingsFor(options);
+  settings.message = [&mutex, &messages](const std::string& text) {
+    const std::lock_guard<std::mutex> lock(mutex);
+    if (!messages.empty()) messages += "; ";
+    messages += text;
+  };
+  SetJvmSettings(settings);
+  const bool started = TeskJVM::GetInstance()->StartJVM();
+  // Later messages go to standard error again: these locals end here.
+  settings.message = nullptr;
+  SetJvmSettings(std::move(settings));
+  if (!started) {
+    throw Failure(messages.empty() ? "Java could not be started" : OnOneLine(messages));
+  }
+  _env = TeskJVM::GetInstance()->GetEnv();
+}
+
+JavaMachine::~JavaMachine() { DestroyJvm(); }
+
+}  // namespace chartbridge

@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef APP_RENDERCOMMAND_H_
+#define APP_RENDERCOMMAND_H_
+
+#include <CLI/CLI.hpp>
+#include <string>
+
+#include "app/JavaMachine.h"
+#include "chart/ViZEditor.h"
+
+namespace chartbridge {
+
+class DumpFolder;
+class InputFile;
+class OutputFile;
+
+/// `chartbridge render`: a chart and its data become a picture.
+class RenderCommand {
+ public:
+  /// Adds the subcommand to `app`. Both must live until the command line has been parsed and run.
+  explicit RenderCommand(CLI::App& app);
+
+  RenderCommand(const RenderCommand&) = delete;
+  RenderCommand& operator=(const RenderCommand&) = delete;
+
+  /// Whether the command line asks for this command.
+  bool IsChosen() const { return _command->parsed(); }
+  /// Does it. Throws `Failure` and `UsageError`.
+  void Run();
+  bool IsVerbose() const { return _java.verbose; }
+
+ private:
+  void CheckUsage() const;
+  ViZEditor::IMAGE_TYPE Format() const;
+  void Render(const InputFile& chart, const InputFile& data, const OutputFile& output) const;
+  bool RenderToFile(const InputFile& chart, const InputFile& data, const OutputFile& output) const;
+  bool RenderToMemory(const InputFile& chart, const InputFile& data, std::string& picture) const;
+  [[noreturn]] void FailWithReason(const DumpFolder& dumps, const InputFile& chart,
+                                   const InputFile& data) const;
+
+  CLI::App* _command;
+  std::string _chart;
+  std::string _data;
+  std::string _output;
+  std::string _type;
+  double _size = 100;
+  std::string _locale;
+  std::string _textsFile;
+  std::string _style;
+  std::string _styleFile;
+  bool _map = false;
+  JavaOptions _java;
+
+  std::string _texts;
+  std::string _styleText;
+};
+
+}  // namespace chartbridge
+
+#endif  // APP_RENDERCOMMAND_H_

@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <CLI/CLI.hpp>
+#include <exception>
+#include <iostream>
+#include <new>
+#include <string>
+
+#include "app/ConvertCommand.h"
+#include "app/Failure.h"
+#include "app/NativeText.h"
+#include "app/RenderCommand.h"
+
+namespace {
+
+using chartbridge::ConvertCommand;
+using chartbridge::Failure;
+using chartbridge::RenderCommand;
+using chartbridge::UsageError;
+
+constexpr int kDone = 0;
+constexpr int kFailed = 1;
+constexpr int kUsage = 2;
+
+int ReportUsage(const CLI::App& app, const std::string& reason) {
+  std::cerr << "chartbridge: " << reason << "\n";
+  const CLI::App* command = &app;
+  std::string name = "chartbridge";
+  while (!command->get_subcommands().empty()) {
+    command = command->get_subcommands().front();
+    name += " " + command->get_name();
+  }
+  std::cerr << "Try: " << name << " --help\n";
+  return kUsage;
+}
+
+int ReportFailure(const Failure& failure, bool verbose) {
+  std::cerr << "chartbridge: " << failure.what() << "\n";
+  if (verbose && !failure.Details().empty()) std::cerr << failure.Details() << "\n";
+  return kFailed;
+}
+
+template <typename Command>
+int Run(Command& command) {
+  try {
+    command.Run();
+    return kDone;
+  } catch (const Failure& failure) {
+    return ReportFailure(failure, command.IsVerbose());
+  }
+}
+
+int RunCommandLine(int argc, char** argv) {
+  CLI::App app("Draws charts from a chart description and a data file.", "chartbridge");
+  app.set_version_flag("--version", "chartbridge " CHARTBRIDGE_VERSION, "Print the version");
+  app.set_help_flag("-h,--help", "Print this help");
+  app.require_subcommand(1);
+  app.footer(
+      "Exit codes: 0 done, 1 failed (with one line that says why), 2 wrong usage.\n"
+      "Environment: JAVA_HOME, TESK_CLASSPATH, TESK_JVM_OPTIONS, DumpChartTimePath.\n\n"
+      "Examples:\n"
+      "  chartbridge render sales.gpl --data sales.csv -o sales.png\n"
+      "  chartbridge convert gpl sales.gpl -o sales.xml\n"
+      "  chartbridge render --help");
+  RenderCommand render(app);
+  ConvertCommand convert(app);
+  try {
+    app.parse(argc, argv);
+    return render.IsChosen() ? Run(render) : Run(convert);
+  } catch (const CLI::Success& answered) {
+    return app.exit(answered);
+  } catch (const CLI::ParseError& error) {
+    return ReportUsage(app, chartbridge::OnOneLine(error.what()));
+  } catch (const UsageError& error) {
+    return ReportUsage(app, error.what());
+  }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  chartbridge::AdoptUserEncoding();
+  try {
+    return RunCommandLine(argc, argv);
+  } catch (const std::bad_alloc&) {
+    std::cerr << "chartbridge: out of memory\n";
+  } catch (const std::exception& error) {
+    std::cerr << "chartbridge: " << chartbridge::OnOneLine(error.what()) << "\n";
+  }
+  return kFailed;
+}
