@@ -6,6 +6,10 @@
 #   lib/                         the library, the reference host and the guard
 #   lib/cmake/chartbridge/       find_package(chartbridge)
 #   share/chartbridge/           the Java classes and their class-data-sharing archive
+if(NOT TARGET chartbridge_app)
+  return()
+endif()
+
 include(CMakePackageConfigHelpers)
 
 set(chartbridge_public_headers
