@@ -29,7 +29,8 @@ set(chartbridge_public_headers
   platform/CriticalSection.h
   platform/JNIAccessor.h
   platform/TESKMB.h
-  platform/TeskJVM.h)
+  platform/TeskJVM.h
+  tree/TreeEditor.h)
 foreach(header IN LISTS chartbridge_public_headers)
   cmake_path(GET header PARENT_PATH folder)
   install(FILES "${PROJECT_SOURCE_DIR}/${header}"
