@@ -10,54 +10,61 @@ namespace chartbridge {
 
 /// How the process's Java virtual machine is found and started.
 ///
-/// All texts are in the host's native encoding. Two environment variables add to what a host sets here, so that a user can help
-/// himself without a new build:
+/// All texts are in the host's native encoding. Two environment variables add to what a host sets
+/// here, so that a user can help himself without a new build:
 ///
-/// - `TESK_CLASSPATH`: entries separated by colons, put after `classPath`. Empty entries are ignored.
-/// - `TESK_JVM_OPTIONS`: options separated by blanks, put after `options` (where two options contradict, the JVM takes the later
-///   one). Quoting works as in a shell: text in single quotes stands for itself; in double quotes a backslash keeps its
-///   meaning only before a double quote or another backslash; outside quotes a backslash takes the next character as it is.
-///   An unclosed quote or a backslash at the very end is an error, and the JVM is not started.
+/// - `TESK_CLASSPATH`: entries separated by colons, put after `classPath`. Empty entries are
+/// ignored.
+/// - `TESK_JVM_OPTIONS`: options separated by blanks, put after `options` (where two options
+/// contradict, the JVM takes the later
+///   one). Quoting works as in a shell: text in single quotes stands for itself; in double quotes a
+///   backslash keeps its meaning only before a double quote or another backslash; outside quotes a
+///   backslash takes the next character as it is. An unclosed quote or a backslash at the very end
+///   is an error, and the JVM is not started.
 struct JvmSettings {
   /// Jars and class folders, in the order of search.
   std::vector<std::string> classPath;
 
   /// JVM options as on the `java` command line, one per entry: `-Xmx2g`, `-Dname=value`.
   ///
-  /// Options that the JVM rejects while it reads them make `TeskJVM::StartJVM` answer false. Some that it rejects later (a
-  /// heap larger than the address space, an agent that does not load) make the JVM end the process; nobody can prevent that.
+  /// Options that the JVM rejects while it reads them make `TeskJVM::StartJVM` answer false. Some
+  /// that it rejects later (a heap larger than the address space, an agent that does not load) make
+  /// the JVM end the process; nobody can prevent that.
   std::vector<std::string> options;
 
-  /// A Java home to use. Empty: `JAVA_HOME`, else the JVM of the `java` on the path, else the distribution's default. A home
-  /// that is named here or in `JAVA_HOME` is the only one tried: a wrong one is reported rather than passed over in silence.
+  /// A Java home to use. Empty: `JAVA_HOME`, else the JVM of the `java` on the path, else the
+  /// distribution's default. A home that is named here or in `JAVA_HOME` is the only one tried: a
+  /// wrong one is reported rather than passed over in silence.
   std::string javaHome;
 
-  /// Whether the guard is put between native code and the JVM, so that wrong JNI calls end in Java exceptions instead of the
-  /// end of the process. Leave it on: several operations of the library rely on it with today's JVMs.
+  /// Whether the guard is put between native code and the JVM, so that wrong JNI calls end in Java
+  /// exceptions instead of the end of the process. Leave it on: several operations of the library
+  /// rely on it with today's JVMs.
   bool guard = true;
 
-  /// The guard's library. Empty: `libjniguard.so` beside this library, else in `guard/` or `../guard/` next to it. When the
-  /// guard is wanted and cannot be loaded, the JVM is not started.
+  /// The guard's library. Empty: `libjniguard.so` beside this library, else in `guard/` or
+  /// `../guard/` next to it. When the guard is wanted and cannot be loaded, the JVM is not started.
   std::string guardLibrary;
 
   /// Options for the guard, as after `-agentpath:libjniguard.so=`; for example `report`.
   std::string guardOptions;
 
-  /// A class-data-sharing archive that shortens the start. Used when it fits the JVM and the class path, ignored in silence
-  /// otherwise. Empty: the JVM's own archive.
+  /// A class-data-sharing archive that shortens the start. Used when it fits the JVM and the class
+  /// path, ignored in silence otherwise. Empty: the JVM's own archive.
   std::string sharedArchive;
 
-  /// Whether `-Xrs` is passed, so that the JVM leaves SIGHUP, SIGINT, SIGQUIT and SIGTERM to the host. The JVM always needs
-  /// SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGPIPE and SIGXFSZ; handlers that the host had installed for them before the start are
-  /// called for signals that are not the JVM's. A host that installs such handlers later preloads the JVM's `libjsig.so`.
+  /// Whether `-Xrs` is passed, so that the JVM leaves SIGHUP, SIGINT, SIGQUIT and SIGTERM to the
+  /// host. The JVM always needs SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGPIPE and SIGXFSZ; handlers that
+  /// the host had installed for them before the start are called for signals that are not the
+  /// JVM's. A host that installs such handlers later preloads the JVM's `libjsig.so`.
   bool leaveSignalsToHost = true;
 
   /// Receives messages (no line end), also from other threads. Unset: lines on standard error.
   std::function<void(const std::string&)> message;
 };
 
-/// Replaces the settings that `TeskJVM::StartJVM` uses. To be called before it; afterwards only `message` has an effect.
-/// Safe on any thread.
+/// Replaces the settings that `TeskJVM::StartJVM` uses. To be called before it; afterwards only
+/// `message` has an effect. Safe on any thread.
 void SetJvmSettings(JvmSettings settings);
 
 /// A copy of the present settings. Safe on any thread.

@@ -8,19 +8,20 @@ namespace chartbridge {
 
 /// A scope that gives back the Java references that operations of the library make inside it.
 ///
-/// The library never deletes local references. A native thread has no Java caller whose return would free them, so a thread
-/// that renders for days fills the Java heap unless its host puts one of these around each operation:
+/// The library never deletes local references. A native thread has no Java caller whose return
+/// would free them, so a thread that renders for days fills the Java heap unless its host puts one
+/// of these around each operation:
 ///
 ///     {
 ///       chartbridge::LocalFrame frame;
 ///       ok = ViZEditor::GetInstance()->RenderToFileHeadless(...);
 ///     }
 ///
-/// Start operations (`StartEditorHeadless`, `StartConverter`) must stay outside of every frame: the class and the object that
-/// they make are local references too, and would be garbage after it.
+/// Start operations (`StartEditorHeadless`, `StartConverter`) must stay outside of every frame: the
+/// class and the object that they make are local references too, and would be garbage after it.
 ///
-/// Construct and destroy it on the same thread, frames strictly nested. The constructor attaches the thread when the JVM runs.
-/// Without a JVM, or when no frame can be made, it does nothing.
+/// Construct and destroy it on the same thread, frames strictly nested. The constructor attaches
+/// the thread when the JVM runs. Without a JVM, or when no frame can be made, it does nothing.
 class LocalFrame {
  public:
   /// `capacity`: the number of references that are set aside; more are made as needed.

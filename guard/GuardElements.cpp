@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "guard/Caught.h"
+#include "guard/ElementBuffers.h"
+#include "guard/Guards.h"
+#include "guard/NullChecks.h"
+
+namespace chartbridge {
+namespace {
+
+/// The functions of one element type.
+template <class ArrayType, class ElementType, char Letter, auto GetRegionMember,
+          auto SetRegionMember>
+struct Elements {
+  using Array = ArrayType;
+  using Element = ElementType;
+  static constexpr char kLetter = Letter;
+  static constexpr char kArrayClass[] = {'[', Letter, '\0'};
+  static constexpr auto kGetRegion = GetRegionMember;
+  static constexpr auto kSetRegion = SetRegionMember;
+  static inline const char* getName = "";
+  static inline const char* releaseName = "";
+};
+
+using BooleanElements = Elements<jbooleanArray, jboolean, 'Z', &JniTable::GetBooleanArrayRegion,
+                                 &JniTable::SetBooleanArrayRegion>;
+using ByteElements =
+    Elements<jbyteArray, jbyte, 'B', &JniTable::GetByteArrayRegion, &JniTable::SetByteArrayRegion>;
+using CharElements =
+    Elements<jcharArray, jchar, 'C', &JniTable::GetCharArrayRegion, &JniTable::SetCharArrayRegion>;
+using ShortElements = Elements<jshortArray, jshort, 'S', &JniTable::GetShortArrayRegion,
+                               &JniTable::SetShortArrayRegion>;
+using IntElements =
+    Elements<jintArray, jint, 'I', &JniTable::GetIntArrayRegion, &JniTable::SetIntArrayRegion>;
+using LongElements =
+    Elements<jlongArray, jlong, 'J', &JniTable::GetLongArrayRegion, &JniTable::SetLongArrayRegion>;
+using FloatElements = Elements<jfloatArray, jfloat, 'F', &JniTable::GetFloatArrayRegion,
+                               &JniTable::SetFloatArrayRegion>;
+using DoubleElements = Elements<jdoubleArray, jdouble, 'D', &JniTable::GetDoubleArrayRegion,
+                                &JniTable::SetDoubleArrayRegion>;
+
+template <class T>
+typename T::Element* Get(JNIEnv* env, typename T::Array array, jboolean* isCopy) {
+  env = OwnEnv(env);
+  if (array == nullptr) {
+    Refuse(env, JNIGUARD_NULL_ARRAY_OR_STRING, JavaError::kNullPointer, T::getName,
+           "the array is null");
+    return nullptr;
+  }
+  const jsize length = jvm.GetArrayLength(env, array);
+  void* buffer = ElementBuffers::New(
+      {array, length, T::kLetter}, static_cast<std::size_t>(length) * sizeof(typename T::Element));
+  if (buffer == nullptr) {
+    Raise(env, JavaError::kOutOfMemory, T::getName, "no memory for the elements");
+    return nullptr;
+  }
+  auto* elements = static_cast<typename T::Element*>(buffer);
+  if (length > 0) (jvm.*T::kGetRegion)(env, array, 0, length, elements);
+  if (isCopy != nullptr) *isCopy = JNI_TRUE;
+  return elements;
+}
+
+bool IsLive(JNIEnv* env, jarray array) {
+  return jvm.GetObjectRefType(env, array) != JNIInvalidRefType;
+}
+
+// Whether `array`, a live reference, is an array of that type and length.
+template <class T>
+bool IsSuchArray(JNIEnv* env, jarray array, jsize length) {
+  jclass type = jvm.FindClass(env, T::kArrayClass);
+  const bool fits = type != nullptr && jvm.IsInstanceOf(env, array, type) &&
+                    jvm.GetArrayLength(env, array) == length;
+  jvm.DeleteLocalRef(env, type);
+  return fits;
+}
+
+// The array that the elements came from. Released through the reference that they were obtained
+// through, which is what nearly everybody does, nothing needs to be asked. Otherwise that reference
+// counts as long as it lives: the caller may name the same array by another reference, or, wrongly,
+// another array. Once it is gone, what the caller names counts if it fits.
+template <class T>
+jarray Origin(JNIEnv* env, const ElementHeader& header, jarray named) {
+  if (header.type != T::kLetter) {
+    Caught(JNIGUARD_ELEMENTS_ARRAY, T::releaseName, "the elements are of another type");
+    return nullptr;
+  }
+  if (named == header.array) return named;
+  if (IsLive(env, header.array) && IsSuchArray<T>(env, header.array, header.length)) {
+    if (named == nullptr || !jvm.IsSameObject(env, named, header.array)) {
+      Caught(JNIGUARD_ELEMENTS_ARRAY, T::releaseName, "the elements belong to another array");
+    }
+    return header.array;
+  }
+  if (named != nullptr && IsSuchArray<T>(env, named, header.length)) return named;
+  Caught(JNIGUARD_ELEMENTS_ARRAY, T::releaseName, "the elements belong to another array");
+  return nullptr;
+}
+
+template <class T>
+void CopyBack(JNIEnv* env, const ElementHeader& header, jarray origin,
+              const typename T::Element* elements) {
+  if (origin == nullptr || header.length == 0) return;
+  (jvm.*T::kSetRegion)(env, static_cast<typename T::Array>(origin), 0, header.length, elements);
+}
+
+template <class T>
+void RefuseRelease(JNIEnv* env, jarray array, const void* elements) {
+  if (elements == nullptr && array == nullptr) {
+    Refuse(env, JNIGUARD_NULL_ARRAY_OR_STRING, JavaError::kNullPointer, T::releaseName,
+           "the array is null");
+    return;
+  }
+  Caught(JNIGUARD_ELEMENTS_UNKNOWN, T::releaseName, "these elements are not out");
+}
+
+template <class T>
+void Release(JNIEnv* env, typename T::Array array, typename T::Element* elements, jint mode) {
+  env = OwnEnv(env);
+  const bool keep = mode == JNI_COMMIT;
+  const ElementHeader* header =
+      keep ? ElementBuffers::Find(elements) : ElementBuffers::Take(elements);
+  if (header == nullptr) {
+    RefuseRelease<T>(env, array, elements);
+    return;
+  }
+  if (mode != JNI_ABORT || array != header->array || header->type != T::kLetter) {
+    jarray origin = Origin<T>(env, *header, array);
+    if (mode != JNI_ABORT) CopyBack<T>(env, *header, origin, elements);
+  }
+  if (!keep) ElementBuffers::Free(elements);
+}
+
+template <class T, auto GetMember, auto ReleaseMember>
+void Guard(JniTable& table, const char* getName, const char* releaseName) {
+  T::getName = getName;
+  T::releaseName = releaseName;
+  table.*GetMember = &Get<T>;
+  table.*ReleaseMember = &Release<T>;
+}
+
+}  // namespace
+
+void GuardElements(JniTable& table) {
+  Guard<BooleanElements, &JniTable::GetBooleanArrayElements,
+        &JniTable::ReleaseBooleanArrayElements>(table, "GetBooleanArrayElements",
+                                                "ReleaseBooleanArrayElements");
+  Guard<ByteElements, &JniTable::GetByteArrayElements, &JniTable::ReleaseByteArrayElements>(
+      table, "GetByteArrayElements", "ReleaseByteArrayElements");
+  Guard<CharElements, &JniTable::GetCharArrayElements, &JniTable::ReleaseCharArrayElements>(
+      table, "GetCharArrayElements", "ReleaseCharArrayElements");
+  Guard<ShortElements, &JniTable::GetShortArrayElements, &JniTable::ReleaseShortArrayElements>(
+      table, "GetShortArrayElements", "ReleaseShortArrayElements");
+  Guard<IntElements, &JniTable::GetIntArrayElements, &JniTable::ReleaseIntArrayElements>(
+      table, "GetIntArrayElements", "ReleaseIntArrayElements");
+  Guard<LongElements, &JniTable::GetLongArrayElements, &JniTable::ReleaseLongArrayElements>(
+      table, "GetLongArrayElements", "ReleaseLongArrayElements");
+  Guard<FloatElements, &JniTable::GetFloatArrayElements, &JniTable::ReleaseFloatArrayElements>(
+      table, "GetFloatArrayElements", "ReleaseFloatArrayElements");
+  Guard<DoubleElements, &JniTable::GetDoubleArrayElements, &JniTable::ReleaseDoubleArrayElements>(
+      table, "GetDoubleArrayElements", "ReleaseDoubleArrayElements");
+}
+
+}  // namespace chartbridge

@@ -1,0 +1,171 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "host/JvmLauncher.h"
+
+#include <dlfcn.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <atomic>
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+
+#include "host/JvmLocator.h"
+#include "host/OptionText.h"
+
+namespace chartbridge {
+namespace {
+
+// What the JVM prints while it reads its options is the reason of a failure, and belongs into the
+// one line about it.
+std::atomic<bool> capturing{false};
+std::string captured;
+
+jint PrintForJvm(FILE* stream, const char* format, va_list arguments) {
+  if (!capturing) return std::vfprintf(stream, format, arguments);
+  char text[1024];
+  const int length = std::vsnprintf(text, sizeof text, format, arguments);
+  captured += text;
+  return length;
+}
+
+// The captured text in one line, without what every such message of the JVM ends with.
+std::string CapturedLine() {
+  std::replace(captured.begin(), captured.end(), '\n', ' ');
+  while (!captured.empty() && captured.back() == ' ') captured.pop_back();
+  return captured;
+}
+
+bool StartsWith(const std::string& text, const std::string& start) {
+  return text.compare(0, start.size(), start) == 0;
+}
+
+bool HasOption(const std::vector<std::string>& options, const std::string& start) {
+  return std::any_of(options.begin(), options.end(),
+                     [&](const std::string& option) { return StartsWith(option, start); });
+}
+
+std::string Environment(const char* name) {
+  const char* value = std::getenv(name);
+  return value == nullptr ? std::string() : std::string(value);
+}
+
+std::string ClassPathOption(std::vector<std::string> entries) {
+  for (const std::string& entry : SplitPath(Environment("TESK_CLASSPATH"))) {
+    entries.push_back(entry);
+  }
+  std::string option;
+  for (const std::string& entry : entries) {
+    if (entry.empty()) continue;
+    option += (option.empty() ? "-Djava.class.path=" : ":") + entry;
+  }
+  return option;
+}
+
+const char* NameOf(jint error) {
+  switch (error) {
+    case JNI_ENOMEM:
+      return "not enough memory";
+    case JNI_EEXIST:
+      return "this process has or had a JVM already";
+    case JNI_EVERSION:
+      return "the JVM does not know this JNI version";
+    case JNI_EINVAL:
+      return "an option is not valid";
+    default:
+      return "the JVM gave no reason";
+  }
+}
+
+}  // namespace
+
+JavaVM* JvmLauncher::Launch() {
+  if (!LoadLibrary() || !CollectOptions()) return nullptr;
+  std::string reason;
+  if (_settings.guard && !_guard.Load(_settings.guardLibrary, reason)) {
+    _error = "cannot start Java: the guard cannot be loaded: " + reason;
+    return nullptr;
+  }
+  JavaVM* existing = Existing();
+  return Guarded(existing == nullptr ? Create() : existing);
+}
+
+bool JvmLauncher::LoadLibrary() {
+  const JvmLocation location = LocateJvm(_settings.javaHome);
+  if (location.library.empty()) {
+    _error = "cannot start Java: no JVM found; tried " + location.tried;
+    return false;
+  }
+  _library = location.library;
+  void* library = dlopen(_library.c_str(), RTLD_NOW | RTLD_GLOBAL);
+  if (library == nullptr) {
+    _error = std::string("cannot start Java: ") + dlerror();
+    return false;
+  }
+  _create = reinterpret_cast<CreateFunction>(dlsym(library, "JNI_CreateJavaVM"));
+  _getCreated = reinterpret_cast<GetCreatedFunction>(dlsym(library, "JNI_GetCreatedJavaVMs"));
+  if (_create != nullptr && _getCreated != nullptr) return true;
+  _error = "cannot start Java: " + _library + " is not a JVM";
+  return false;
+}
+
+bool JvmLauncher::CollectOptions() {
+  std::vector<std::string> given = _settings.options;
+  if (!SplitOptions(Environment("TESK_JVM_OPTIONS"), given)) {
+    _error = "cannot start Java: TESK_JVM_OPTIONS has an open quote or ends in a backslash";
+    return false;
+  }
+  if (_settings.leaveSignalsToHost) _options.push_back("-Xrs");
+  if (Environment("DISPLAY").empty() && !HasOption(given, "-Djava.awt.headless")) {
+    _options.push_back("-Djava.awt.headless=true");
+  }
+  if (!_settings.sharedArchive.empty() && access(_settings.sharedArchive.c_str(), R_OK) == 0) {
+    _options.push_back("-XX:SharedArchiveFile=" + _settings.sharedArchive);
+    _options.push_back("-Xshare:auto");
+    // An archive that does not fit is no news to a user: everything works, only the start is
+    // slower.
+    _options.push_back("-Xlog:cds=off");
+    _options.push_back("-Xlog:cds+dynamic=off");
+  }
+  const std::string classPath = ClassPathOption(_settings.classPath);
+  if (!classPath.empty()) _options.push_back(classPath);
+  _options.insert(_options.end(), given.begin(), given.end());
+  return true;
+}
+
+JavaVM* JvmLauncher::Create() {
+  std::vector<JavaVMOption> options;
+  for (std::string& option : _options) options.push_back({option.data(), nullptr});
+  char print[] = "vfprintf";
+  options.push_back({print, reinterpret_cast<void*>(&PrintForJvm)});
+  JavaVMInitArgs arguments{JNI_VERSION_1_8, static_cast<jint>(options.size()), options.data(),
+                           JNI_FALSE};
+  JavaVM* vm = nullptr;
+  void* env = nullptr;
+  captured.clear();
+  capturing = true;
+  const jint result = _create(&vm, &env, &arguments);
+  capturing = false;
+  const std::string printed = CapturedLine();
+  if (result == JNI_OK) {
+    if (!printed.empty()) std::fprintf(stderr, "%s\n", printed.c_str());
+    return vm;
+  }
+  _error = "cannot start Java: the JVM " + _library +
+           " did not start: " + (printed.empty() ? NameOf(result) : printed);
+  return nullptr;
+}
+
+JavaVM* JvmLauncher::Existing() const {
+  JavaVM* vm = nullptr;
+  jsize count = 0;
+  return _getCreated(&vm, 1, &count) == JNI_OK && count > 0 ? vm : nullptr;
+}
+
+JavaVM* JvmLauncher::Guarded(JavaVM* vm) {
+  if (vm == nullptr || !_settings.guard || _guard.Install(vm, _settings.guardOptions)) return vm;
+  _error = "cannot use the JVM " + _library + ": the guard cannot replace its functions";
+  return nullptr;
+}
+
+}  // namespace chartbridge
