@@ -7,8 +7,8 @@ import java.util.List;
 import org.chartbridge.chart.ColumnKind;
 
 /**
- * Collects a column of labels. Every distinct text is kept once, as its UTF-8 bytes in one arena behind an open-addressing hash
- * table; a row that repeats a text makes no object.
+ * Collects a column of labels. Every distinct text is kept once, as its UTF-8 bytes in one arena
+ * behind an open-addressing hash table; a row that repeats a text makes no object.
  */
 final class CategoryBuilder extends ColumnBuilder {
   private static final int MISSING = -1;

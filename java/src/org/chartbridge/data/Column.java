@@ -4,7 +4,10 @@ package org.chartbridge.data;
 import java.util.List;
 import org.chartbridge.chart.ColumnKind;
 
-/** One column of a table, stored compactly: numbers and times as doubles, categories as indices into their distinct texts. */
+/**
+ * One column of a table, stored compactly: numbers and times as doubles, categories as indices
+ * into their distinct texts.
+ */
 public interface Column {
   String name();
 
@@ -14,7 +17,10 @@ public interface Column {
 
   boolean isMissing(int row);
 
-  /** The number, or the time in milliseconds since 1970-01-01T00:00Z; NaN when missing. Only for NUMBER and TIME. */
+  /**
+   * The number, or the time in milliseconds since 1970-01-01T00:00Z; NaN when missing. Only for
+   * NUMBER and TIME.
+   */
   double number(int row);
 
   /** The index into {@link #categories()}, or -1 when missing. Only for CATEGORY. */

@@ -16,14 +16,19 @@ import org.chartbridge.chart.ColumnKind;
 import org.chartbridge.chart.Element;
 
 /**
- * Reads CSV data (RFC 4180, UTF-8, the column names in the first record) into a {@link Table}. Only the columns that are asked
- * for are decoded. A column that is not declared is read by what it holds: numbers when every value is one, else times when
- * every value is an ISO 8601 one, else labels.
+ * Reads CSV data (RFC 4180, UTF-8, the column names in the first record) into a {@link Table}. Only
+ * the columns that are asked for are decoded. A column that is not declared is read by what it
+ * holds: numbers when every value is one, else times when every value is an ISO 8601 one, else
+ * labels.
  *
- * <p>An empty field is missing, and so is NA; in quotes, NA is missing among numbers and times and a label like any other among
- * labels. Every mistake in the data is a {@link ChartException} that names the line and the column.
+ * <p>An empty field is missing, and so is NA; in quotes, NA is missing among numbers and times and
+ * a label like any other among labels. Every mistake in the data is a {@link ChartException} that
+ * names the line and the column.
  */
 public final class CsvReader {
+  /** So much of a wrong value is told. */
+  private static final int MAX_SHOWN = 40;
+
   private final ByteBuffer data;
   private final Map<String, ColumnDeclaration> declarations = new HashMap<>();
   private final Set<String> wanted;
@@ -54,7 +59,8 @@ public final class CsvReader {
   }
 
   /**
-   * @param data the bytes from the buffer's position to its limit, direct or not; the buffer itself is left as it is
+   * @param data the bytes from the buffer's position to its limit, direct or not; the buffer itself
+   *     is left as it is
    * @param declarations what is known about columns; those of other columns are ignored
    * @param wanted the names of the columns to read, or null for all of them
    * @throws ChartException when the data are malformed or lack a wanted column
@@ -68,8 +74,7 @@ public final class CsvReader {
     Set<String> names = new LinkedHashSet<>();
     for (Element element : chart.elements()) {
       Channel[] channels = {
-        element.x(), element.y(), element.color(), element.size(), element.label()
-      };
+          element.x(), element.y(), element.color(), element.size(), element.label()};
       for (Channel channel : channels) {
         if (channel != null && channel.column() != null) {
           names.add(channel.column());
@@ -92,8 +97,8 @@ public final class CsvReader {
         builders[i] = firstBuilder(name);
       }
     }
-    // A value that does not fit what the column seemed to be changes its kind and starts the rows again. That mostly happens
-    // within the first rows, and at most twice for a column.
+    // A value that does not fit what the column seemed to be changes its kind and starts the rows
+    // again. That mostly happens within the first rows, and at most twice for a column.
     while (!readRows()) {
       openAndReadHeader();
     }
@@ -127,14 +132,14 @@ public final class CsvReader {
     }
     String name = Utf8.decode(fields.bytes(), fields.from(), fields.to());
     if (name.isBlank()) {
-      throw new ChartException(
-          "CSV line " + fields.line() + ": field " + (index + 1) + " of the header is empty; every column needs a name.");
+      throw new ChartException("CSV line " + fields.line() + ": field " + (index + 1)
+          + " of the header is empty; every column needs a name.");
     }
     int first = names.indexOf(name);
     if (first >= 0) {
-      throw new ChartException(
-          "CSV line " + fields.line() + ": the column name \"" + name + "\" stands twice in the header, in fields "
-              + (first + 1) + " and " + (index + 1) + ".");
+      throw new ChartException("CSV line " + fields.line() + ": the column name \"" + name
+          + "\" stands twice in the header, in fields " + (first + 1) + " and " + (index + 1)
+          + ".");
     }
     return name;
   }
@@ -152,9 +157,8 @@ public final class CsvReader {
 
   private ColumnBuilder firstBuilder(String name) {
     ColumnDeclaration declaration = declarations.get(name);
-    return declaration == null || declaration.kind() == null
-        ? new NumberBuilder(name)
-        : builder(name, declaration.kind());
+    boolean declared = declaration != null && declaration.kind() != null;
+    return builder(name, declared ? declaration.kind() : ColumnKind.NUMBER);
   }
 
   private ColumnBuilder builder(String name, ColumnKind kind) {
@@ -184,17 +188,19 @@ public final class CsvReader {
     return true;
   }
 
-  /** Reads the record whose first field is the current one; gives a column that its field does not fit, or -1. */
+  /**
+   * Reads the record whose first field is the current one; gives a column that its field does not
+   * fit, or -1.
+   */
   private int readRecord() {
     int line = fields.line();
     int misfit = -1;
     ChartException error = null;
     int index = 0;
-    for (; ; index++) {
+    for (;; index++) {
       checkForm(index);
       ColumnBuilder builder = index < builders.length ? builders[index] : null;
-      if (builder != null
-          && misfit < 0
+      if (builder != null && misfit < 0
           && !builder.add(fields.bytes(), fields.from(), fields.to(), fields.quoted())) {
         misfit = index;
         error = misfitError(index);
@@ -234,16 +240,15 @@ public final class CsvReader {
   private void checkFieldCount(int line, int count) {
     int expected = names.size();
     if (count < expected) {
-      throw new ChartException(
-          "CSV line " + line + " has " + fieldCount(count) + " where the header names "
-              + expected + " columns; the field of column \"" + names.get(count) + "\" is missing.");
+      throw new ChartException("CSV line " + line + " has " + fieldCount(count)
+          + " where the header names " + expected + " columns; the field of column \""
+          + names.get(count) + "\" is missing.");
     }
     if (count > expected) {
-      throw new ChartException(
-          "CSV line " + line + " has " + fieldCount(count) + " where the header names "
-              + (expected == 1 ? "1 column" : expected + " columns")
-              + "; nothing may follow column \"" + names.get(expected - 1)
-              + "\" (a text with a comma needs quotes around it).");
+      throw new ChartException("CSV line " + line + " has " + fieldCount(count)
+          + " where the header names " + (expected == 1 ? "1 column" : expected + " columns")
+          + "; nothing may follow column \"" + names.get(expected - 1)
+          + "\" (a text with a comma needs quotes around it).");
     }
   }
 
@@ -252,20 +257,20 @@ public final class CsvReader {
   }
 
   private void checkForm(int index) {
-    switch (fields.fault()) {
-      case NONE -> {}
-      case UNCLOSED_QUOTE ->
-          throw new ChartException(place(index) + "the quote that opens here is never closed.");
-      case TEXT_AFTER_QUOTE ->
-          throw new ChartException(
-              place(index) + "after the closing quote a comma or the end of the line is expected; a quote within a quoted text must be doubled.");
-      case QUOTE_IN_TEXT ->
-          throw new ChartException(
-              place(index) + "a quote stands within an unquoted text; put the whole text in quotes and double each quote in it.");
-      case TOO_LONG ->
-          throw new ChartException(
-              place(index) + "the field is longer than 16 MB; perhaps a quote is not closed.");
-      default -> throw new IllegalStateException(fields.fault().name());
+    String problem =
+        switch (fields.fault()) {
+          case NONE -> null;
+          case UNCLOSED_QUOTE -> "the quote that opens here is never closed.";
+          case TEXT_AFTER_QUOTE ->
+              "after the closing quote a comma or the end of the line is expected; a quote within"
+                  + " a quoted text must be doubled.";
+          case QUOTE_IN_TEXT ->
+              "a quote stands within an unquoted text; put the whole text in quotes and double"
+                  + " each quote in it.";
+          case TOO_LONG -> "the field is longer than 16 MB; perhaps a quote is not closed.";
+        };
+    if (problem != null) {
+      throw new ChartException(place(index) + problem);
     }
   }
 
@@ -276,7 +281,8 @@ public final class CsvReader {
     }
     String found = Utf8.decode(fields.bytes(), fields.from(), fields.to());
     return new ChartException(
-        place(index) + "found \"" + shortened(found) + "\" where " + builders[index].expectation() + ".");
+        place(index) + "found \"" + shortened(found) + "\" where "
+            + builders[index].expectation() + ".");
   }
 
   private String notUtf8(int index) {
@@ -286,16 +292,13 @@ public final class CsvReader {
   }
 
   private static String shortened(String text) {
-    int limit = 40;
-    return text.length() <= limit ? text : text.substring(0, limit) + "...";
+    return text.length() <= MAX_SHOWN ? text : text.substring(0, MAX_SHOWN) + "...";
   }
 
   /** Where the current field is, as the start of a message. */
   private String place(int index) {
     String column =
-        index < names.size()
-            ? "column \"" + names.get(index) + "\""
-            : "field " + (index + 1);
+        index < names.size() ? "column \"" + names.get(index) + "\"" : "field " + (index + 1);
     return "CSV line " + fields.line() + ", " + column + ": ";
   }
 }

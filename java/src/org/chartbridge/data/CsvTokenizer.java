@@ -5,10 +5,12 @@ import java.nio.ByteBuffer;
 import java.util.Arrays;
 
 /**
- * Splits CSV bytes (RFC 4180) into fields. The bytes pass through a small window, so neither a direct buffer nor an array is
- * ever copied as a whole, and a field costs no object. A record ends with LF, CRLF or CR; lines are counted the same way.
+ * Splits CSV bytes (RFC 4180) into fields. The bytes pass through a small window, so neither a
+ * direct buffer nor an array is ever copied as a whole, and a field costs no object. A record ends
+ * with LF, CRLF or CR; lines are counted the same way.
  *
- * <p>The current field is {@link #bytes()} from {@link #from()} to {@link #to()}, valid until the next call of {@link #next}.
+ * <p>The current field is {@link #bytes()} from {@link #from()} to {@link #to()}, valid until the
+ * next call of {@link #next}.
  */
 final class CsvTokenizer {
   private static final int WINDOW_SIZE = 1 << 16;
@@ -17,13 +19,7 @@ final class CsvTokenizer {
   private static final int MAX_FIELD_LENGTH = 1 << 24;
 
   /** What is wrong with the form of a field. */
-  enum Fault {
-    NONE,
-    UNCLOSED_QUOTE,
-    TEXT_AFTER_QUOTE,
-    QUOTE_IN_TEXT,
-    TOO_LONG
-  }
+  enum Fault { NONE, UNCLOSED_QUOTE, TEXT_AFTER_QUOTE, QUOTE_IN_TEXT, TOO_LONG }
 
   private final ByteBuffer source;
   private byte[] window = new byte[WINDOW_SIZE];
@@ -38,7 +34,10 @@ final class CsvTokenizer {
   private int line = 1;
   private int fieldLine = 1;
 
-  /** Reads from the position of {@code source} to its limit; the buffer's own position does not move. */
+  /**
+   * Reads from the position of {@code source} to its limit; the buffer's own position does not
+   * move.
+   */
   CsvTokenizer(ByteBuffer source) {
     this.source = source.duplicate();
     skipByteOrderMark();
@@ -128,7 +127,8 @@ final class CsvTokenizer {
   private void readQuoted() {
     position++;
     from = position;
-    // Doubled quotes are squeezed in place: the text is written to `to` while reading goes on at `position`.
+    // Doubled quotes are squeezed in place: the text is written to `to` while reading goes on at
+    // `position`.
     to = position;
     while (available()) {
       byte b = window[position];
@@ -213,10 +213,8 @@ final class CsvTokenizer {
 
   private void skipByteOrderMark() {
     int start = source.position();
-    if (source.remaining() >= 3
-        && source.get(start) == (byte) 0xEF
-        && source.get(start + 1) == (byte) 0xBB
-        && source.get(start + 2) == (byte) 0xBF) {
+    if (source.remaining() >= 3 && source.get(start) == (byte) 0xEF
+        && source.get(start + 1) == (byte) 0xBB && source.get(start + 2) == (byte) 0xBF) {
       source.position(start + 3);
     }
   }

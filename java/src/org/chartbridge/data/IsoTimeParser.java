@@ -6,8 +6,9 @@ import java.time.LocalDate;
 import java.time.LocalTime;
 
 /**
- * Reads the extended forms of ISO 8601 from bytes: a year, a year and month, a date, or a date and a time of day with an
- * optional offset. {@code T} or a space stands between date and time; a time without an offset is UTC.
+ * Reads the extended forms of ISO 8601 from bytes: a year, a year and month, a date, or a date and
+ * a time of day with an optional offset. {@code T} or a space stands between date and time; a time
+ * without an offset is UTC.
  */
 final class IsoTimeParser {
   /** The answer for bytes that are no ISO 8601 time. */
@@ -22,7 +23,10 @@ final class IsoTimeParser {
   private int end;
   private boolean valid;
 
-  /** Milliseconds since 1970-01-01T00:00Z, or {@link #NONE}. Fractions of a millisecond are cut off. */
+  /**
+   * Milliseconds since 1970-01-01T00:00Z, or {@link #NONE}. Fractions of a millisecond are cut
+   * off.
+   */
   long parse(byte[] text, int from, int to) {
     bytes = text;
     position = from;

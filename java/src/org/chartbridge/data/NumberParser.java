@@ -4,8 +4,9 @@ package org.chartbridge.data;
 import java.nio.charset.StandardCharsets;
 
 /**
- * Reads decimal numbers from bytes: an optional sign, digits with an optional point, an optional exponent, spaces around it.
- * Short numbers, which is nearly all of them, are converted without making a string; the result is always the nearest double.
+ * Reads decimal numbers from bytes: an optional sign, digits with an optional point, an optional
+ * exponent, spaces around it. Short numbers, which is nearly all of them, are converted without
+ * making a string; the result is always the nearest double.
  */
 final class NumberParser {
   /** Beyond this, one more digit could leave the range of exactly representable whole numbers. */
@@ -13,11 +14,12 @@ final class NumberParser {
 
   private static final int MAX_EXPONENT = 9999;
 
-  /** Powers of ten that a double holds exactly; a product or quotient with one of them is rounded only once. */
-  private static final double[] POWERS = {
-    1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17,
-    1e18, 1e19, 1e20, 1e21, 1e22
-  };
+  /**
+   * Powers of ten that a double holds exactly; a product or quotient with one of them is rounded
+   * only once.
+   */
+  private static final double[] POWERS = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10,
+      1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
   private NumberParser() {}
 

@@ -18,8 +18,9 @@ import java.util.Locale;
 import org.chartbridge.chart.ChartException;
 
 /**
- * Reads times of a {@link DateTimeFormatter} pattern, with English names of months and days in any case. What a pattern leaves
- * out is the earliest there is: January, the 1st, midnight, 1970-01-01; a time without an offset or a zone is UTC.
+ * Reads times of a {@link DateTimeFormatter} pattern, with English names of months and days in any
+ * case. What a pattern leaves out is the earliest there is: January, the 1st, midnight, 1970-01-01;
+ * a time without an offset or a zone is UTC.
  */
 final class PatternTimeParser {
   private final String text;
@@ -29,14 +30,11 @@ final class PatternTimeParser {
     text = pattern;
     try {
       formatter =
-          new DateTimeFormatterBuilder()
-              .parseCaseInsensitive()
-              .appendPattern(pattern)
-              .toFormatter(Locale.ENGLISH);
+          new DateTimeFormatterBuilder().parseCaseInsensitive().appendPattern(pattern).toFormatter(
+              Locale.ENGLISH);
     } catch (IllegalArgumentException e) {
-      throw new ChartException(
-          "Column \"" + column + "\": \"" + pattern + "\" is not a date pattern: " + e.getMessage()
-              + ".",
+      throw new ChartException("Column \"" + column + "\": \"" + pattern
+              + "\" is not a date pattern: " + e.getMessage() + ".",
           e);
     }
   }
@@ -48,17 +46,9 @@ final class PatternTimeParser {
   /** Milliseconds since 1970-01-01T00:00Z, or {@link IsoTimeParser#NONE}. */
   long parse(byte[] bytes, int from, int to) {
     try {
-      return instant(
-              formatter.parseBest(
-                  Utf8.decode(bytes, from, to),
-                  ZonedDateTime::from,
-                  OffsetDateTime::from,
-                  Instant::from,
-                  LocalDateTime::from,
-                  LocalDate::from,
-                  YearMonth::from,
-                  Year::from,
-                  LocalTime::from))
+      return instant(formatter.parseBest(Utf8.decode(bytes, from, to), ZonedDateTime::from,
+                         OffsetDateTime::from, Instant::from, LocalDateTime::from, LocalDate::from,
+                         YearMonth::from, Year::from, LocalTime::from))
           .toEpochMilli();
     } catch (DateTimeException | ArithmeticException e) {
       return IsoTimeParser.NONE;

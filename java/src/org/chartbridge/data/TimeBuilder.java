@@ -29,8 +29,7 @@ final class TimeBuilder extends ColumnBuilder {
   boolean add(byte[] bytes, int from, int to, boolean quoted) {
     double value = Double.NaN;
     if (from != to && !isNotAvailable(bytes, from, to)) {
-      long parsed =
-          pattern == null ? iso.parse(bytes, from, to) : pattern.parse(bytes, from, to);
+      long parsed = pattern == null ? iso.parse(bytes, from, to) : pattern.parse(bytes, from, to);
       if (parsed == IsoTimeParser.NONE) {
         return false;
       }
@@ -45,10 +44,8 @@ final class TimeBuilder extends ColumnBuilder {
 
   @Override
   String expectation() {
-    String form =
-        pattern == null
-            ? "an ISO 8601 time such as 2024-03-31 or 2024-03-31T14:05:00Z"
-            : "a time of the pattern " + pattern.text();
+    String form = pattern == null ? "an ISO 8601 time such as 2024-03-31 or 2024-03-31T14:05:00Z"
+                                  : "a time of the pattern " + pattern.text();
     return form + " is expected, or nothing or NA where it is missing";
   }
 

@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: Apache-2.0
+package org.chartbridge.image;
+
+import java.awt.Font;
+import java.io.IOException;
+import java.io.UncheckedIOException;
+import java.nio.file.Files;
+import java.nio.file.Path;
+import java.util.HashMap;
+import java.util.List;
+import java.util.Locale;
+import java.util.Map;
+import java.util.stream.Stream;
+
+/**
+ * The font files behind the families that pictures are usually set in, as the distribution
+ * installs them.
+ */
+final class FontFiles {
+  private static final List<Path> FOLDERS =
+      List.of(Path.of("/usr/share/fonts"), Path.of("/usr/local/share/fonts"),
+          Path.of(System.getProperty("user.home", "/"), ".local/share/fonts"),
+          Path.of(System.getProperty("user.home", "/"), ".fonts"));
+
+  private static final int MAX_DEPTH = 6;
+
+  /** The four faces of a family, in the order of {@link Font#PLAIN}, BOLD, ITALIC and both. */
+  record Family(String name, List<String> fileNames) {}
+
+  static final List<Family> FAMILIES =
+      List.of(liberation("Sans"), liberation("Serif"), liberation("Mono"),
+          dejaVu("Sans", "Oblique"), dejaVu("Serif", "Italic"), dejaVu("Sans Mono", "Oblique"));
+
+  private static Map<String, Path> files;
+
+  private FontFiles() {}
+
+  private static Family liberation(String kind) {
+    String stem = "Liberation" + kind;
+    return new Family("Liberation " + kind,
+        List.of(stem + "-Regular.ttf", stem + "-Bold.ttf", stem + "-Italic.ttf",
+            stem + "-BoldItalic.ttf"));
+  }
+
+  private static Family dejaVu(String kind, String slanted) {
+    String stem = "DejaVu" + kind.replace(" ", "");
+    return new Family("DejaVu " + kind,
+        List.of(stem + ".ttf", stem + "-Bold.ttf", stem + "-" + slanted + ".ttf",
+            stem + "-Bold" + slanted + ".ttf"));
+  }
+
+  /** The file of that name in one of the font folders, or null. */
+  static synchronized Path find(String fileName) {
+    if (files == null) {
+      files = new HashMap<>();
+      FOLDERS.forEach(FontFiles::scan);
+    }
+    return files.get(fileName);
+  }
+
+  private static void scan(Path folder) {
+    if (!Files.isDirectory(folder)) {
+      return;
+    }
+    try (Stream<Path> found = Files.walk(folder, MAX_DEPTH)) {
+      found.filter(file -> file.toString().toLowerCase(Locale.ROOT).endsWith(".ttf"))
+          .forEach(file -> files.putIfAbsent(file.getFileName().toString(), file));
+    } catch (IOException | UncheckedIOException e) {
+      // A folder that cannot be read has no fonts for us; their texts are drawn as outlines.
+      files.putIfAbsent("", folder);
+    }
+  }
+}
