@@ -19,8 +19,9 @@ namespace {
 JvmSettings SettingsFor(const JavaOptions& options) {
   JvmSettings settings;
   settings.guard = options.guard;
-  // One picture does not pay for the optimising compiler or for collector threads.
-  settings.options = {"-XX:TieredStopAtLevel=1", "-XX:+UseSerialGC"};
+  // One picture does not pay for the optimising compiler or for collector threads, and nothing is
+  // drawn on the screen.
+  settings.options = {"-XX:TieredStopAtLevel=1", "-XX:+UseSerialGC", "-Djava.awt.headless=true"};
 
   if (!options.classPath.empty()) {
     std::istringstream entries(options.classPath);

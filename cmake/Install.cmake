@@ -43,11 +43,6 @@ file(RELATIVE_PATH libraries_from_command
 set_target_properties(chartbridge_app PROPERTIES
   INSTALL_RPATH "$ORIGIN/${libraries_from_command}")
 set_target_properties(chartbridge teskhost jniguard PROPERTIES INSTALL_RPATH "$ORIGIN")
-set_target_properties(teskhost PROPERTIES EXPORT_NAME host)
-set_target_properties(jniguard PROPERTIES EXPORT_NAME guard)
-set_property(TARGET teskhost jniguard APPEND PROPERTY
-  INTERFACE_INCLUDE_DIRECTORIES
-  "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/chartbridge>")
 
 install(TARGETS chartbridge teskhost jniguard EXPORT chartbridgeTargets
         LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}")
