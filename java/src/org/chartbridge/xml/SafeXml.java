@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: Apache-2.0
+package org.chartbridge.xml;
+
+import java.io.IOException;
+import java.io.InputStream;
+import java.io.StringReader;
+import java.util.Locale;
+import javax.xml.XMLConstants;
+import javax.xml.parsers.ParserConfigurationException;
+import javax.xml.parsers.SAXParserFactory;
+import javax.xml.transform.stream.StreamSource;
+import javax.xml.validation.Schema;
+import javax.xml.validation.SchemaFactory;
+import org.chartbridge.chart.ChartException;
+import org.xml.sax.InputSource;
+import org.xml.sax.SAXException;
+import org.xml.sax.XMLReader;
+
+/**
+ * The one place where XML is parsed. It is always the JDK's own parser, whatever other parser a class path brings along, and it
+ * accepts no document type declaration, so that there are no entities to expand and nothing to fetch.
+ */
+public final class SafeXml {
+  /** Documents describe charts and styles and hold no data; a larger one is a mistake or an attack. */
+  public static final int MAX_BYTES = 16 << 20;
+
+  /** Elements nest this deep at most, so that walking a tree never exhausts a stack. */
+  public static final int MAX_DEPTH = 200;
+
+  private static final String XERCES = "http://apache.org/xml/features/";
+
+  private SafeXml() {}
+
+  /**
+   * Reads a document.
+   *
+   * @param bytes the document in the encoding of its byte order mark or XML declaration, else in UTF-8
+   * @return the root element
+   * @throws ChartException when it is not well-formed, too large or too deep, or has a document type declaration; the message
+   *     starts with the position
+   */
+  public static XmlElement parse(byte[] bytes) {
+    if (bytes.length > MAX_BYTES) {
+      throw new ChartException(
+          "the document has " + bytes.length + " bytes; at most " + MAX_BYTES + " are accepted");
+    }
+    String text = XmlEncoding.decode(bytes);
+    if (text.isBlank()) {
+      throw new ChartException("the document is empty");
+    }
+    XmlTreeBuilder builder = new XmlTreeBuilder(text);
+    try {
+      XMLReader reader = reader();
+      reader.setContentHandler(builder);
+      reader.setErrorHandler(builder);
+      reader.setEntityResolver(builder);
+      reader.setProperty("http://xml.org/sax/properties/lexical-handler", builder);
+      reader.parse(new InputSource(new StringReader(text)));
+    } catch (SAXException e) {
+      throw new ChartException("the document cannot be read: " + e.getMessage(), e);
+    } catch (IOException e) {
+      throw new ChartException("the document cannot be read: " + e.getMessage(), e);
+    }
+    return builder.root();
+  }
+
+  /**
+   * A schema from the jar. Thread-safe; keep it, since compiling takes much longer than using it.
+   *
+   * @param file the file's name in {@code org/chartbridge/schema}
+   */
+  public static Schema schema(String file) {
+    try (InputStream in = SafeXml.class.getResourceAsStream("/org/chartbridge/schema/" + file)) {
+      if (in == null) {
+        throw new IllegalStateException("the schema " + file + " is missing in the jar");
+      }
+      SchemaFactory factory = SchemaFactory.newDefaultInstance();
+      factory.setFeature(XMLConstants.FEATURE_SECURE_PROCESSING, true);
+      factory.setProperty(XMLConstants.ACCESS_EXTERNAL_DTD, "");
+      factory.setProperty(XMLConstants.ACCESS_EXTERNAL_SCHEMA, "");
+      return factory.newSchema(new StreamSource(in));
+    } catch (SAXException | IOException e) {
+      throw new IllegalStateException("the schema " + file + " cannot be used: " + e.getMessage(), e);
+    }
+  }
+
+  private static XMLReader reader() throws SAXException {
+    try {
+      SAXParserFactory factory = SAXParserFactory.newDefaultInstance();
+      factory.setNamespaceAware(true);
+      factory.setXIncludeAware(false);
+      factory.setFeature(XMLConstants.FEATURE_SECURE_PROCESSING, true);
+      factory.setFeature(XERCES + "disallow-doctype-decl", true);
+      factory.setFeature(XERCES + "nonvalidating/load-external-dtd", false);
+      factory.setFeature("http://xml.org/sax/features/external-general-entities", false);
+      factory.setFeature("http://xml.org/sax/features/external-parameter-entities", false);
+      XMLReader reader = factory.newSAXParser().getXMLReader();
+      useEnglish(reader);
+      return reader;
+    } catch (ParserConfigurationException e) {
+      throw new IllegalStateException("the JDK's XML parser cannot be made safe", e);
+    }
+  }
+
+  /** Messages of the parser become part of ours, which are English whatever the machine's locale. */
+  @SuppressWarnings("deprecation")
+  private static void useEnglish(XMLReader reader) throws SAXException {
+    if (reader instanceof org.xml.sax.Parser parser) {
+      parser.setLocale(Locale.ROOT);
+    }
+  }
+}
