@@ -1,0 +1,199 @@
+// SPDX-License-Identifier: Apache-2.0
+package com.tesk.charteditor;
+
+import java.io.IOException;
+import java.io.UncheckedIOException;
+import java.nio.ByteBuffer;
+import java.nio.file.Path;
+import java.util.function.Supplier;
+import org.chartbridge.chart.Chart;
+import org.chartbridge.chart.ChartException;
+import org.chartbridge.data.CsvReader;
+import org.chartbridge.draw.ChartDrawing;
+import org.chartbridge.draw.DrawOptions;
+import org.chartbridge.format.ChartSource;
+import org.chartbridge.image.Blocks;
+import org.chartbridge.image.ImageMap;
+import org.chartbridge.image.ImageType;
+import org.chartbridge.image.OutputFiles;
+import org.chartbridge.image.Picture;
+import org.chartbridge.image.PictureEncoder;
+
+/**
+ * Renders charts. The native chart editor makes one of these and calls it by name and signature.
+ *
+ * <p>What all methods share:
+ *
+ * <ul>
+ *   <li>{@code chart}: chart XML, current or older, or graph language.
+ *   <li>{@code data}: CSV in UTF-8. A direct buffer is the host's own memory; it is read during the
+ * call only and never copied as a whole. <li>{@code imageType}: 1 JPEG, 2 PNG, 3 BMP, 4 GIF, 5 SVG,
+ * 6 PDF, 7 image map. <li>{@code size}: in percent of the chart's own size, more than 0 and at most
+ * 10000. <li>{@code language}: a BCP 47 tag such as {@code de} or {@code pt-BR} for numbers and
+ * dates; null or empty for neutral ones. <li>{@code texts}: a properties file in UTF-8 whose
+ * entries replace texts of the chart; null or empty for none. <li>{@code style}: the name of a
+ * built-in style; null or empty for the one that the chart names. <li>{@code styleDocument}: a
+ * style document that changes single settings of that style; null or empty for none.
+ * </ul>
+ *
+ * <p>Every failure is a {@link ChartException} with a message for the person who asked for the
+ * chart. An object of this class has no state: any thread may use it.
+ */
+public final class ChartImager {
+  static {
+    // Before the first class that looks for a display.
+    if (System.getProperty("java.awt.headless") == null) {
+      System.setProperty("java.awt.headless", "true");
+    }
+  }
+
+  /** A chart that is laid out, with the picture that draws it. */
+  private record Rendering(ChartDrawing drawing, Picture picture, String title) {
+    /** The map of the picture, which must have been drawn. */
+    ImageMap map(boolean tooltips) {
+      return new ImageMap(picture, drawing.marks(), tooltips);
+    }
+  }
+
+  /**
+   * Writes a chart to a file, which appears whole or not at all. Type 7 writes the map's files too,
+   * with tooltips.
+   *
+   * @param path the file; its folder must exist
+   * @return true: the file is there
+   */
+  public boolean RenderToFile(byte[] chart, ByteBuffer data, String path, int imageType,
+      double size, String language, byte[] texts, String style, byte[] styleDocument) {
+    if (ImageType.of(imageType) == ImageType.IMAGE_MAP) {
+      return RenderImageMapToFile(
+          chart, data, path, imageType, size, true, language, texts, style, styleDocument);
+    }
+    return guarded(() -> {
+      Path target = OutputFiles.path(path);
+      Picture picture =
+          rendering(chart, data, size, language, texts, style, styleDocument).picture();
+      ImageType type = ImageType.of(imageType);
+      OutputFiles.write(target, out -> PictureEncoder.write(picture, type, out));
+      return true;
+    });
+  }
+
+  /** The same with the data in an array. */
+  public boolean RenderToFile(byte[] chart, byte[] data, String path, int imageType, double size,
+      String language, byte[] texts, String style, byte[] styleDocument) {
+    return RenderToFile(chart, data == null ? null : ByteBuffer.wrap(data), path, imageType, size,
+        language, texts, style, styleDocument);
+  }
+
+  /**
+   * Writes a PNG and, beside it, its map: the path with the ending {@code .html} is a page that
+   * shows the picture with its map, the path with the ending {@code .json} says the same as JSON.
+   * All three appear together or none does.
+   *
+   * @param imageType must be 7
+   * @param tooltips whether areas say what they show
+   * @return true: the files are there
+   */
+  public boolean RenderImageMapToFile(byte[] chart, ByteBuffer data, String path, int imageType,
+      double size, boolean tooltips, String language, byte[] texts, String style,
+      byte[] styleDocument) {
+    return guarded(() -> {
+      if (ImageType.of(imageType) != ImageType.IMAGE_MAP) {
+        throw new ChartException("An image map is image type 7, not " + imageType + " ("
+            + ImageType.of(imageType) + ").");
+      }
+      Path target = OutputFiles.path(path);
+      MapPaths beside = MapPaths.of(target);
+      Rendering rendering = rendering(chart, data, size, language, texts, style, styleDocument);
+      try (OutputFiles files = new OutputFiles()) {
+        files.stage(
+            target, out -> PictureEncoder.write(rendering.picture(), ImageType.IMAGE_MAP, out));
+        ImageMap map = rendering.map(tooltips);
+        byte[] page = map.page(target.getFileName().toString(), rendering.title());
+        files.stage(beside.html(), out -> out.write(page));
+        files.stage(beside.json(), out -> out.write(map.json()));
+        files.commit();
+      }
+      return true;
+    });
+  }
+
+  /**
+   * Renders a chart to memory.
+   *
+   * @return the bytes of the picture; for type 7 what {@link #RenderImageMapToMemory} returns, with
+   *     tooltips
+   */
+  public byte[] RenderToMem(byte[] chart, ByteBuffer data, int imageType, double size,
+      String language, byte[] texts, String style, byte[] styleDocument) {
+    if (ImageType.of(imageType) == ImageType.IMAGE_MAP) {
+      return RenderImageMapToMemory(
+          chart, data, imageType, size, true, language, texts, style, styleDocument);
+    }
+    return guarded(() -> {
+      ImageType type = ImageType.of(imageType);
+      Rendering rendering = rendering(chart, data, size, language, texts, style, styleDocument);
+      return PictureEncoder.encode(rendering.picture(), type);
+    });
+  }
+
+  /**
+   * Renders a chart to memory as blocks, each a length in four bytes, most significant first, and
+   * that many bytes: the picture; for type 7 a PNG, the HTML {@code map} element and the map as
+   * JSON.
+   *
+   * @param tooltips whether areas say what they show
+   */
+  public byte[] RenderImageMapToMemory(byte[] chart, ByteBuffer data, int imageType, double size,
+      boolean tooltips, String language, byte[] texts, String style, byte[] styleDocument) {
+    return guarded(() -> {
+      ImageType type = ImageType.of(imageType);
+      Rendering rendering = rendering(chart, data, size, language, texts, style, styleDocument);
+      byte[] picture = PictureEncoder.encode(rendering.picture(), type);
+      if (type != ImageType.IMAGE_MAP) {
+        return Blocks.join(picture);
+      }
+      ImageMap map = rendering.map(tooltips);
+      return Blocks.join(picture, map.html(), map.json());
+    });
+  }
+
+  private static Rendering rendering(byte[] chartBytes, ByteBuffer data, double size,
+      String language, byte[] texts, String style, byte[] styleDocument) {
+    if (chartBytes == null || chartBytes.length == 0) {
+      throw new ChartException("The chart is empty; chart XML or graph language is expected.");
+    }
+    Chart chart = ChartSource.read(chartBytes);
+    DrawOptions options = RenderOptions.of(chart, language, texts, style, styleDocument);
+    // Checked before the work is done, not after.
+    Picture.ofPercent(chart.size().width(), chart.size().height(), size, graphics -> {});
+    ByteBuffer csv = data == null ? ByteBuffer.allocate(0) : data;
+    ChartDrawing drawing = ChartDrawing.prepare(chart, CsvReader.read(csv, chart), options);
+    Picture picture = Picture.ofPercent(drawing.width(), drawing.height(), size, drawing::draw);
+    String title = chart.titles().title();
+    return new Rendering(
+        drawing, picture, title == null ? null : options.messages().getOrDefault(title, title));
+  }
+
+  /**
+   * What goes wrong inside a library still ends as a message, with the cause attached for whoever
+   * looks for the fault.
+   */
+  private static <T> T guarded(Supplier<T> work) {
+    try {
+      return work.get();
+    } catch (ChartException e) {
+      throw e;
+    } catch (UncheckedIOException e) {
+      IOException cause = e.getCause();
+      throw new ChartException("The picture cannot be written: " + cause.getMessage() + ".", e);
+    } catch (RuntimeException e) {
+      throw new ChartException("The chart cannot be drawn, by a fault of the drawing: " + e, e);
+    } catch (OutOfMemoryError e) {
+      throw new ChartException(
+          "The Java heap is full; choose a smaller size or less data, or give the JVM more memory"
+              + " (-Xmx).",
+          e);
+    }
+  }
+}
