@@ -11,8 +11,9 @@ void AddJavaOptions(CLI::App& command, JavaOptions& options) {
       ->type_name("PATH")
       ->group(group);
   command
-      .add_flag("!--no-guard", options.guard,
-                "Do without the guard that turns wrong JNI calls into Java exceptions")
+      .add_flag_callback(
+          "--no-guard", [&options] { options.guard = false; },
+          "Do without the guard that turns wrong JNI calls into Java exceptions")
       ->group(group);
   command
       .add_flag("-v,--verbose", options.verbose, "When it fails, also print the Java stack trace")

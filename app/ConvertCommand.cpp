@@ -79,8 +79,7 @@ void ConvertCommand::Run() {
   const DumpFolder dumps;
   const JavaMachine java(_java);
   const ConverterSession converter(java.Env());
-  // A missing or broken Java class shows here; the start itself never fails.
-  if (!dumps.NewRecords().empty()) FailWithReason(dumps, input.Name(), "");
+  JavaFailure::ThrowIfNotStarted(dumps.NewRecords());
 
   const LocalFrame frame;
   std::string xml;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/JavaFailure.h"
 
+#include "app/Failure.h"
 #include "app/NativeText.h"
 
 namespace chartbridge {
@@ -38,6 +39,12 @@ std::optional<JavaFailure> JavaFailure::First(const std::string& records) {
       records.substr(stack, end == std::string::npos ? std::string::npos : end - stack);
   while (!failure._stack.empty() && failure._stack.back() == '\n') failure._stack.pop_back();
   return failure;
+}
+
+void JavaFailure::ThrowIfNotStarted(const std::string& records) {
+  const auto failure = First(records);
+  if (failure)
+    throw Failure("the Java classes cannot be used: " + failure->Reason(), failure->Stack());
 }
 
 std::string JavaFailure::Reason() const {

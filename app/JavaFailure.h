@@ -14,6 +14,11 @@ class JavaFailure {
   /// first is the cause: what follows it in one operation comes from going on without the result.
   static std::optional<JavaFailure> First(const std::string& records);
 
+  /// Ends with `Failure` if the text of a dump file holds an exception from starting an editor or
+  /// converter. The start itself never fails; a Java class that is missing or broken shows only
+  /// there.
+  static void ThrowIfNotStarted(const std::string& records);
+
   /// The reason for a person, on one line. Exceptions of the bridge's own Java classes speak for
   /// themselves; of others the Java class stands in front, because "Java heap space" or "3" alone
   /// says little.

@@ -138,8 +138,7 @@ void RenderCommand::Render(const InputFile& chart, const InputFile& data,
   const DumpFolder dumps;
   const JavaMachine java(_java);
   const EditorSession editor(java.Env());
-  // A missing or broken Java class shows here; the start itself never fails.
-  if (!dumps.NewRecords().empty()) FailWithReason(dumps, chart, data);
+  JavaFailure::ThrowIfNotStarted(dumps.NewRecords());
 
   const LocalFrame frame;
   if (output.IsReplaceable()) {
