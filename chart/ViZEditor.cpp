@@ -6,6 +6,7 @@
 #include "bridge/JException.h"
 #include "bridge/Utf16Text.h"
 #include "chart/JChartImager.h"
+#include "platform/ChartBase.h"
 #include "platform/TeskJVM.h"
 
 using chartbridge::AttachedEnv;
@@ -151,4 +152,52 @@ bool ViZEditor::RenderImageToMemoryHeadless(const std::string& chart, const unsi
   } catch (const JException* exception) {
     throw std::string(exception->thirdText());
   }
+}
+
+std::string ViZEditor::EmbedHistogramInGraph(const std::string& first, const std::string& second,
+                                             unsigned char* histogram,
+                                             unsigned long histogramLength, unsigned int count) {
+  std::string graph;
+  const CriticalSection::Lock lock(TeskJVM::CritSect());
+  const FloatEnvGuard guard;
+  if (imager == nullptr) return graph;
+  try {
+    AttachEditorToThread();
+    graph = imager->EmbedHistogramInGraph(first, second, histogram, histogramLength, count);
+  } catch (const JException* exception) {
+    throw std::string(exception->thirdText());
+  }
+  return graph;
+}
+
+bool ViZEditor::ConvertImage(const std::string& image, const std::string& path,
+                             IMAGE_TYPE type) const {
+  const CriticalSection::Lock lock(TeskJVM::CritSect());
+  const FloatEnvGuard guard;
+  const Utf16Text path16(path);
+  if (imager == nullptr) return false;
+  try {
+    AttachEditorToThread();
+    return imager->ConvertImage(image, path16.data(), path16.length(), type);
+  } catch (const JException* exception) {
+    throw std::string(exception->thirdText());
+  }
+}
+
+bool ViZEditor::ApplyStyleSheet(std::string& document, const std::string& styleSheet) {
+  const CriticalSection::Lock lock(TeskJVM::CritSect());
+  const FloatEnvGuard guard;
+  if (imager == nullptr) return false;
+  // The one operation that keeps every exception to itself. A JException is thrown by value and so
+  // is told through the second clause.
+  try {
+    AttachEditorToThread();
+    return imager->ApplyStyleSheet(document, styleSheet);
+  } catch (const JException* exception) {
+    ChartBase::printDebugInfo("Caught JException: " + exception->firstText() + "\n" +
+                              exception->thirdText());
+  } catch (...) {
+    ChartBase::printDebugInfo("Caught Unknown Exception");
+  }
+  return false;
 }

@@ -117,6 +117,37 @@ class CHARTBRIDGE_EXPORT ViZEditor {
                                    const std::string& auxText1, const std::string& auxText2,
                                    bool flag);
 
+  /// Embeds a histogram in a graph. Calls Java `EmbedHistogramInGraph`.
+  ///
+  /// @param first,second two documents, passed to Java unchanged
+  /// @param histogram the host's memory, which Java may read and write during the call; not copied
+  /// @param histogramLength its length in bytes
+  /// @param count passed to Java as its int
+  /// @return the document that Java returns; empty when the editor is not started, when Java
+  /// returns
+  ///     null and when the JVM cannot share `histogram`
+  std::string EmbedHistogramInGraph(const std::string& first, const std::string& second,
+                                    unsigned char* histogram, unsigned long histogramLength,
+                                    unsigned int count);
+
+  /// Writes an image in another format. Calls Java `ConvertImage`.
+  ///
+  /// @param image the image's bytes
+  /// @param path the output file
+  /// @param type its format
+  /// @return what Java answered; false when the editor is not started
+  bool ConvertImage(const std::string& image, const std::string& path, IMAGE_TYPE type) const;
+
+  /// Applies a style sheet to a chart document in place. Calls Java `ApplyStyleSheet`.
+  ///
+  /// Lets no exception out: one text for it goes to `ChartBase::printDebugInfo`, and the answer is
+  /// false. Java must return an array: a null one is a wrong JNI call, which only the guard
+  /// survives.
+  ///
+  /// @param document replaced by the result, also by an empty one
+  /// @return whether the result has at least one byte; false when the editor is not started
+  bool ApplyStyleSheet(std::string& document, const std::string& styleSheet);
+
   /// The one editor, or null. A host that deletes the editor and wants a new one sets this to null.
   static ViZEditor* _instance;
 
