@@ -15,8 +15,7 @@ public final class ChannelRules {
     return switch (kind) {
       case BAR, LINE, AREA, HEATMAP -> List.of("x", "y", "color", "label");
       case POINT -> NAMES;
-      case HISTOGRAM -> List.of("x", "color");
-      case BOX -> List.of("x", "y", "color");
+      case HISTOGRAM, BOX -> List.of("x", "y", "color");
       case PIE -> List.of("x", "y", "label");
     };
   }
@@ -24,30 +23,36 @@ public final class ChannelRules {
   /** The channels without which there is nothing to draw. */
   public static List<String> required(ElementKind kind) {
     return switch (kind) {
-      case BAR, LINE, AREA, POINT, PIE -> List.of("x", "y");
-      case HISTOGRAM -> List.of("x");
-      case BOX -> List.of("y");
+      case BAR, HISTOGRAM, BOX -> List.of();
+      case LINE, AREA, POINT -> List.of("x", "y");
+      case PIE -> List.of("x");
       case HEATMAP -> List.of("x", "y", "color");
     };
   }
 
-  /** The channels whose value can sum up the rows of a mark. */
+  /** Whether one of x and y will do: bars and histograms count rows along the other one, boxes stand alone. */
+  public static boolean needsOnePosition(ElementKind kind) {
+    return kind == ElementKind.BAR || kind == ElementKind.HISTOGRAM || kind == ElementKind.BOX;
+  }
+
+  /** The channels whose value can sum up the rows of a mark. Of x and y, only one can do so at a time. */
   public static List<String> summing(ElementKind kind) {
     return switch (kind) {
-      case BAR, LINE, AREA, PIE -> List.of("y", "label");
-      case POINT -> List.of("y", "size", "label");
+      case BAR -> List.of("x", "y", "color", "label");
+      case LINE, AREA, PIE -> List.of("y", "label");
+      case POINT -> List.of("y", "color", "size", "label");
+      case HISTOGRAM -> List.of("x", "y");
       case HEATMAP -> List.of("color", "label");
-      case HISTOGRAM, BOX -> List.of();
+      case BOX -> List.of();
     };
   }
 
-  /** What a channel of these marks is for, to finish the sentence "a heat map needs ...". */
+  /** What a required channel of these marks is for, to finish the sentence "a heat map needs ...". */
   public static String meaning(ElementKind kind, String channel) {
     return switch (channel) {
       case "x" -> kind == ElementKind.PIE ? "the column of the slices" : "the column along the x axis";
-      case "y" -> kind == ElementKind.PIE ? "the size of the slices" : "the value along the y axis";
-      case "color" -> "the value that each cell shows";
-      default -> "a column";
+      case "y" -> "the value along the y axis";
+      default -> "the value that each cell shows";
     };
   }
 

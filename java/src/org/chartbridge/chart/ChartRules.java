@@ -15,7 +15,7 @@ public final class ChartRules {
   public static final int MIN_SIZE = 16;
 
   public static final int MAX_SIZE = 10_000;
-  public static final int MAX_BINS = 1_000;
+  public static final int MAX_BINS = 500;
   public static final int MAX_PANELS_IN_A_ROW = 100;
 
   private static final Pattern COLOR = Pattern.compile("#[0-9a-fA-F]{6}");
@@ -171,6 +171,34 @@ public final class ChartRules {
         report(path, article(element) + " needs " + name + ": " + ChannelRules.meaning(element.kind(), name));
       }
     }
+    checkPositions(path, element);
+  }
+
+  private void checkPositions(String path, Element element) {
+    boolean none = element.x() == null && element.y() == null;
+    if (none && ChannelRules.needsOnePosition(element.kind())) {
+      report(path, article(element) + " needs x or y: the column along that axis");
+    }
+    if (sums(element.x()) && sums(element.y())) {
+      report(path + ".y", "x and y are both summed up; one of them must be a plain column");
+    }
+    boolean measures = element.kind() == ElementKind.BAR || element.kind() == ElementKind.BOX;
+    if (measures && isPlainCategory(element.x()) && isPlainCategory(element.y())) {
+      String rather = element.kind() == ElementKind.BAR ? " or count" : "";
+      report(path, article(element) + " needs numbers" + rather + ", but x and y are both declared as category");
+    }
+  }
+
+  private static boolean sums(Channel channel) {
+    return channel != null && channel.aggregate() != Aggregate.NONE;
+  }
+
+  private boolean isPlainCategory(Channel channel) {
+    if (channel == null || sums(channel) || channel.column() == null) {
+      return false;
+    }
+    ColumnDeclaration column = chart.column(channel.column());
+    return column != null && column.kind() == ColumnKind.CATEGORY;
   }
 
   private void checkChannel(String path, Element element, String name, Channel channel) {
@@ -179,8 +207,7 @@ public final class ChartRules {
     } else if (channel.aggregate() != Aggregate.COUNT) {
       report(path, name + " names no column; only count can do without");
     }
-    boolean sums = channel.aggregate() != Aggregate.NONE;
-    if (sums && !ChannelRules.summing(element.kind()).contains(name)) {
+    if (sums(channel) && !ChannelRules.summing(element.kind()).contains(name)) {
       report(path, name + " of " + article(element) + " cannot be summed up with " + Words.of(channel.aggregate()));
     }
     checkColumnKind(path, element, name, channel);
@@ -202,10 +229,13 @@ public final class ChartRules {
     }
   }
 
+  /** Whether the marks make sense only with numbers or times in this channel. */
   private static boolean mustBeNumber(Element element, String name) {
+    boolean alone = element.x() == null || element.y() == null;
     return switch (element.kind()) {
-      case HISTOGRAM -> name.equals("x");
-      case BOX, PIE -> name.equals("y");
+      case HISTOGRAM -> name.equals(sums(element.x()) || element.x() == null ? "y" : "x");
+      case BOX -> alone && !name.equals("color");
+      case AREA, PIE -> name.equals("y");
       case HEATMAP -> name.equals("color");
       default -> name.equals("size");
     };
