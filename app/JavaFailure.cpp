@@ -52,11 +52,9 @@ std::string JavaFailure::Reason() const {
   return OnOneLine(_type);
 }
 
-bool JavaFailure::WasThrownIn(const std::string& codePrefix) const {
-  const std::string frameLabel = "\n\tat ";
-  const std::size_t frame = _stack.find(frameLabel);
-  if (frame == std::string::npos) return false;
-  return _stack.compare(frame + frameLabel.size(), codePrefix.size(), codePrefix) == 0;
+bool JavaFailure::PassedThrough(const std::string& code) const {
+  const std::string ownFrames = _stack.substr(0, _stack.find("\nCaused by: "));
+  return ownFrames.find("\n\tat " + code) != std::string::npos;
 }
 
 }  // namespace chartbridge

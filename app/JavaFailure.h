@@ -27,9 +27,9 @@ class JavaFailure {
   /// The stack trace that Java printed, without the empty line at its end.
   const std::string& Stack() const { return _stack; }
 
-  /// Whether the exception was thrown in code of that package or class, such as
-  /// "org.chartbridge.data.Csv".
-  bool WasThrownIn(const std::string& codePrefix) const;
+  /// Whether code of that class or method was at work when the exception was thrown: a frame of its
+  /// stack trace starts with `code`, such as "org.chartbridge.data.CsvReader.".
+  bool PassedThrough(const std::string& code) const;
 
  private:
   std::string _message;

@@ -167,13 +167,26 @@ bool RenderCommand::RenderToMemory(const InputFile& chart, const InputFile& data
       _styleText, _locale, _style, false);
 }
 
+std::string RenderCommand::Culprit(const JavaFailure& failure, const InputFile& chart,
+                                   const InputFile& data) const {
+  // Java got bytes and knows no file names; which of the inputs it was reading is in the stack.
+  if (failure.PassedThrough("org.chartbridge.data.CsvReader.")) return data.Name();
+  if (failure.PassedThrough("org.chartbridge.draw.Style.parse") && !_styleFile.empty()) {
+    return _styleFile;
+  }
+  if (failure.PassedThrough("org.chartbridge.draw.Style.named") && !_style.empty()) {
+    return "--style";
+  }
+  if (failure.PassedThrough("com.tesk.charteditor.RenderOptions.locale")) return "--locale";
+  if (failure.PassedThrough("com.tesk.charteditor.RenderOptions.messages")) return _textsFile;
+  return chart.Name();
+}
+
 void RenderCommand::FailWithReason(const DumpFolder& dumps, const InputFile& chart,
                                    const InputFile& data) const {
   const auto failure = JavaFailure::First(dumps.NewRecords());
   if (!failure) throw Failure(chart.Name() + ": Java failed and left no reason");
-  std::string subject = chart.Name();
-  if (failure->WasThrownIn("org.chartbridge.data.Csv")) subject = data.Name();
-  throw Failure(subject + ": " + failure->Reason(), failure->Stack());
+  throw Failure(Culprit(*failure, chart, data) + ": " + failure->Reason(), failure->Stack());
 }
 
 }  // namespace chartbridge

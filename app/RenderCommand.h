@@ -12,6 +12,7 @@ namespace chartbridge {
 
 class DumpFolder;
 class InputFile;
+class JavaFailure;
 class OutputFile;
 
 /// `chartbridge render`: a chart and its data become a picture.
@@ -35,6 +36,8 @@ class RenderCommand {
   void Render(const InputFile& chart, const InputFile& data, const OutputFile& output) const;
   bool RenderToFile(const InputFile& chart, const InputFile& data, const OutputFile& output) const;
   bool RenderToMemory(const InputFile& chart, const InputFile& data, std::string& picture) const;
+  std::string Culprit(const JavaFailure& failure, const InputFile& chart,
+                      const InputFile& data) const;
   [[noreturn]] void FailWithReason(const DumpFolder& dumps, const InputFile& chart,
                                    const InputFile& data) const;
 

@@ -61,20 +61,23 @@ TEST(JavaFailureTest, FirstOfSeveralRecordsIsTheCause) {
   EXPECT_EQ(failure->Stack(), "first trace\n\tat a.B.c(B.java:1)");
 }
 
-TEST(JavaFailureTest, TellsWhereItWasThrown) {
+TEST(JavaFailureTest, TellsWhatCodeWasAtWork) {
   const auto failure = JavaFailure::First(
       Record("m", kChartType,
-             kChartType + "\n\tat org.chartbridge.data.CsvReader.read(CsvReader.java:1)\n" +
-                 "\tat org.chartbridge.draw.ChartDrawing.prepare(ChartDrawing.java:2)\n"));
+             kChartType + "\n\tat org.chartbridge.data.NumberBuilder.add(NumberBuilder.java:1)\n" +
+                 "\tat org.chartbridge.data.CsvReader.read(CsvReader.java:2)\n" +
+                 "Caused by: java.lang.NumberFormatException: x\n" +
+                 "\tat org.chartbridge.draw.StyleReader.read(StyleReader.java:3)\n"));
   ASSERT_TRUE(failure.has_value());
-  EXPECT_TRUE(failure->WasThrownIn("org.chartbridge.data.Csv"));
-  EXPECT_FALSE(failure->WasThrownIn("org.chartbridge.draw."));
+  EXPECT_TRUE(failure->PassedThrough("org.chartbridge.data.CsvReader."));
+  EXPECT_FALSE(failure->PassedThrough("org.chartbridge.draw.StyleReader."));
+  EXPECT_FALSE(failure->PassedThrough("CsvReader."));
 }
 
-TEST(JavaFailureTest, WithoutAStackItWasThrownNowhere) {
+TEST(JavaFailureTest, WithoutAStackNothingIsKnown) {
   const auto failure = JavaFailure::First(Record("m", kChartType, ""));
   ASSERT_TRUE(failure.has_value());
-  EXPECT_FALSE(failure->WasThrownIn("org.chartbridge"));
+  EXPECT_FALSE(failure->PassedThrough("org.chartbridge"));
 }
 
 }  // namespace
