@@ -3,12 +3,26 @@ package org.chartbridge.language;
 
 import org.chartbridge.chart.Chart;
 import org.chartbridge.chart.ChartException;
+import org.chartbridge.xml.SafeXml;
+import org.chartbridge.xml.XmlEncoding;
 
-/** Reads the graph language. */
+/** Reads charts that are written in the graph language. */
 public final class GraphLanguage {
   private GraphLanguage() {}
 
+  /**
+   * Reads a chart.
+   *
+   * @param source the text in UTF-8, with or without a byte order mark, with any kind of line ends
+   * @throws GraphLanguageException when there are mistakes in it; the message has line, column, what was found and what was
+   *     expected
+   * @throws ChartException when it is no UTF-8 text, or larger than {@link SafeXml#MAX_BYTES}
+   */
   public static Chart read(byte[] source) {
-    throw new ChartException("the graph language cannot be read yet");
+    if (source.length > SafeXml.MAX_BYTES) {
+      throw new ChartException(
+          "the chart has " + source.length + " bytes; at most " + SafeXml.MAX_BYTES + " are accepted");
+    }
+    return new GraphParser(XmlEncoding.decodeUtf8(source)).parse();
   }
 }
