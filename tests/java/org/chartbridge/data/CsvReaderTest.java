@@ -174,6 +174,9 @@ class CsvReaderTest {
       assertEquals(List.of("1", "", "y"), texts(table, "q"));
       assertEquals(List.of("2", "\u00e4\u20ac", "z"), texts(table, "r"));
       assertEquals(List.of("3", "12.5", "1"), texts(table, "s"));
+      assertEquals("CSV line 6 has 1 field where the header names 4 columns; the field of column "
+              + "\"q\" is missing.",
+          error("p,q,r,s\n" + filler + ",1,2,3\n" + tail + "end\r\n"));
     }
   }
 
@@ -335,6 +338,13 @@ class CsvReaderTest {
     assertEquals("CSV line 2, column \"n\": found \"" + "y".repeat(40) + "...\" where a number such "
             + "as 12.5 or 1e-3 is expected, or nothing or NA where it is missing.",
         error("n\n" + "y".repeat(41), declare("n", ColumnKind.NUMBER)));
+  }
+
+  @Test
+  void theFirstOfSeveralWrongValuesIsTold() {
+    assertEquals("CSV line 2, column \"n\": found \"x\" where a number such as 12.5 or 1e-3 is "
+            + "expected, or nothing or NA where it is missing.",
+        error("n,m\nx,y\nz,1\n", declare("n", ColumnKind.NUMBER), declare("m", ColumnKind.NUMBER)));
   }
 
   @Test
