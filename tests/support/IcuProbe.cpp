@@ -91,7 +91,7 @@ UConverter* IcuProbe::Open(const char* name, UErrorCode* error) {
     *error = U_FILE_ACCESS_ERROR;
     return nullptr;
   }
-  UConverter* converter = RealOpen(name, error);
+  UConverter* converter = RealOpen(name == nullptr ? _default.c_str() : name, error);
   if (converter != nullptr) _open.push_back(converter);
   return converter;
 }

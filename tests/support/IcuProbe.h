@@ -21,6 +21,8 @@ class IcuProbe {
   static IcuProbe& Get();
 
   void Reset();
+  /// What `ucnv_open(null)` opens from now on. ICU itself always takes UTF-8 on Linux.
+  void SetDefault(const std::string& name) { _default = name; }
   /// Lets the next `ucnv_open` fail.
   void FailOpen() { _fail_open = true; }
   /// Lets the next `ucnv_toUChars` convert and then report this error.
@@ -41,6 +43,7 @@ class IcuProbe {
  private:
   void Record(const std::string& text, const UConverter* converter, const UErrorCode* error);
 
+  std::string _default = "UTF-8";
   bool _fail_open = false;
   UErrorCode _to_uchars_error = U_ZERO_ERROR;
   std::vector<const UConverter*> _open;
