@@ -10,11 +10,11 @@ public final class Suggestions {
 
   /**
    * The known name that {@code found} most likely stands for, or null when none is close. Letter case does not count; a third
-   * of the letters may differ.
+   * of the letters may differ, but not all.
    */
   public static String closest(String found, Collection<String> known) {
     String wanted = found.toLowerCase(Locale.ROOT);
-    int best = Math.max(1, wanted.length() / 3) + 1;
+    int best = Math.min(wanted.length(), Math.max(1, wanted.length() / 3) + 1);
     String closest = null;
     for (String name : known) {
       int distance = distance(wanted, name.toLowerCase(Locale.ROOT), best);

@@ -5,6 +5,7 @@ import java.util.ArrayList;
 import java.util.Collection;
 import java.util.LinkedHashSet;
 import java.util.List;
+import java.util.Map;
 import java.util.Set;
 import java.util.regex.Pattern;
 import org.chartbridge.chart.AxisLimit;
@@ -123,6 +124,16 @@ final class AttributeReader {
       throw element.error(name, place(name) + " is \"" + value + "\"; " + expected);
     }
     return constant;
+  }
+
+  /** One of the keys, as what it stands for. */
+  String translated(String name, Map<String, String> words) {
+    String value = text(name);
+    if (value == null || words.containsKey(value.strip())) {
+      return value == null ? null : words.get(value.strip());
+    }
+    String expected = Suggestions.expected(value.strip(), words.keySet());
+    throw element.error(name, place(name) + " is \"" + value + "\"; " + expected);
   }
 
   ChartException unexpected(String name, String value, String expected) {

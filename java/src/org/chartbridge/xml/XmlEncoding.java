@@ -82,9 +82,17 @@ public final class XmlEncoding {
     try {
       return decoder.decode(in).toString();
     } catch (CharacterCodingException e) {
-      int offset = in.position();
-      throw new ChartException("byte " + offset + " is not valid " + charset.name(), e);
+      String place = charset == StandardCharsets.UTF_8 ? "line " + line(bytes, in.position()) + ": " : "";
+      throw new ChartException(place + "byte " + in.position() + " is not valid " + charset.name(), e);
     }
+  }
+
+  private static int line(byte[] bytes, int offset) {
+    int line = 1;
+    for (int i = 0; i < offset; i++) {
+      line += bytes[i] == '\n' ? 1 : 0;
+    }
+    return line;
   }
 
   private static boolean startsWith(byte[] bytes, int... start) {

@@ -13,13 +13,17 @@ import org.xml.sax.Locator;
 import org.xml.sax.SAXParseException;
 import org.xml.sax.ext.DefaultHandler2;
 
-/** Builds the tree of a document from the parser's events, and words the parser's errors. */
+/**
+ * Builds the tree of a document from the parser's events, and words the parser's errors. Comments in front of the root element
+ * become its first content; those behind it are not kept.
+ */
 final class XmlTreeBuilder extends DefaultHandler2 {
   private static final String DOCTYPE = "<!DOCTYPE";
 
   private final String text;
   private final int[] lineStarts;
   private final Deque<XmlElement> open = new ArrayDeque<>();
+  private final List<XmlComment> prolog = new ArrayList<>();
   private Locator locator;
   private XmlElement root;
 
@@ -53,6 +57,7 @@ final class XmlTreeBuilder extends DefaultHandler2 {
     }
     if (open.isEmpty()) {
       root = element;
+      prolog.forEach(root::with);
     } else {
       open.peek().with(element);
     }
@@ -71,8 +76,11 @@ final class XmlTreeBuilder extends DefaultHandler2 {
 
   @Override
   public void comment(char[] characters, int start, int length) {
+    XmlComment comment = new XmlComment(new String(characters, start, length));
     if (!open.isEmpty()) {
-      open.peek().with(new XmlComment(new String(characters, start, length)));
+      open.peek().with(comment);
+    } else if (root == null) {
+      prolog.add(comment);
     }
   }
 
@@ -90,13 +98,12 @@ final class XmlTreeBuilder extends DefaultHandler2 {
   public void fatalError(SAXParseException error) {
     int offset = offset(error.getLineNumber(), error.getColumnNumber());
     int doctype = text.lastIndexOf(DOCTYPE, offset);
-    boolean inDoctype = doctype >= 0 && root == null;
-    if (inDoctype) {
+    if (doctype >= 0 && offset <= doctype + DOCTYPE.length() + 1) {
       String message = ": a document type declaration (" + DOCTYPE + ") is not allowed";
       throw new ChartException(TextPosition.of(text, doctype) + message, error);
     }
     String place = TextPosition.of(text, offset) + ": ";
-    if (offset >= text.stripTrailing().length() && !open.isEmpty()) {
+    if (offset >= text.stripTrailing().length() && root != null && !open.isEmpty()) {
       XmlElement element = open.peek();
       throw new ChartException(
           place + "the document ends inside <" + element.name() + ">, which begins at " + element.position(),

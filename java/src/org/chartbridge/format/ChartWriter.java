@@ -1,0 +1,149 @@
+// SPDX-License-Identifier: Apache-2.0
+package org.chartbridge.format;
+
+import java.util.List;
+import org.chartbridge.chart.Aggregate;
+import org.chartbridge.chart.Arrangement;
+import org.chartbridge.chart.Axis;
+import org.chartbridge.chart.AxisLimit;
+import org.chartbridge.chart.ChannelRules;
+import org.chartbridge.chart.Channel;
+import org.chartbridge.chart.Chart;
+import org.chartbridge.chart.ChartException;
+import org.chartbridge.chart.ChartRules;
+import org.chartbridge.chart.ColumnDeclaration;
+import org.chartbridge.chart.Element;
+import org.chartbridge.chart.Facet;
+import org.chartbridge.chart.Legend;
+import org.chartbridge.chart.Problem;
+import org.chartbridge.chart.ScaleKind;
+import org.chartbridge.chart.Titles;
+import org.chartbridge.chart.Words;
+import org.chartbridge.xml.XmlElement;
+import org.chartbridge.xml.XmlWriter;
+
+/** Writes charts as chart XML of the current version, in a canonical form: equal charts give equal bytes. */
+public final class ChartWriter {
+  private static final String NAMESPACE = ChartVersion.CURRENT.namespace;
+
+  private ChartWriter() {}
+
+  /**
+   * The document of a chart, in UTF-8. {@link ChartReader} reads it back as an equal chart. What has its default value is left
+   * out.
+   *
+   * @throws ChartException when the chart makes no sense, so that no reader would take the document
+   */
+  public static byte[] write(Chart chart) {
+    for (Problem problem : ChartRules.check(chart)) {
+      throw new ChartException(problem.path() + ": " + problem.message());
+    }
+    XmlElement root = element("chart");
+    root.with("width", Integer.toString(chart.size().width()));
+    root.with("height", Integer.toString(chart.size().height()));
+    root.with("style", chart.style());
+    root.with(titles(chart.titles())).with(columns(chart.columns())).with(axes(chart));
+    XmlElement elements = element("elements");
+    chart.elements().forEach(element -> elements.with(element(element)));
+    root.with(elements).with(legend(chart.legend())).with(facet(chart.facet()));
+    return XmlWriter.write(root.with(values("palette", "color", chart.palette())));
+  }
+
+  private static XmlElement element(String name) {
+    return new XmlElement(NAMESPACE, name);
+  }
+
+  private static XmlElement titles(Titles titles) {
+    if (titles.equals(Titles.NONE)) {
+      return null;
+    }
+    XmlElement element = element("titles").with("title", titles.title());
+    return element.with("subtitle", titles.subtitle()).with("caption", titles.caption());
+  }
+
+  private static XmlElement columns(List<ColumnDeclaration> columns) {
+    if (columns.isEmpty()) {
+      return null;
+    }
+    XmlElement element = element("columns");
+    for (ColumnDeclaration column : columns) {
+      XmlElement child = element("column").with("name", column.name()).with("kind", Words.of(column.kind()));
+      child.with("label", column.label()).with("pattern", column.pattern());
+      addValues(child, "category", column.order());
+      element.with(child);
+    }
+    return element;
+  }
+
+  private static XmlElement axes(Chart chart) {
+    if (chart.x().equals(Axis.DEFAULT) && chart.y().equals(Axis.DEFAULT)) {
+      return null;
+    }
+    return element("axes").with(axis("x", chart.x())).with(axis("y", chart.y()));
+  }
+
+  private static XmlElement axis(String name, Axis axis) {
+    if (axis.equals(Axis.DEFAULT)) {
+      return null;
+    }
+    XmlElement element = element(name);
+    element.with("scale", axis.scale() == ScaleKind.AUTO ? null : Words.of(axis.scale()));
+    element.with("title", axis.title());
+    element.with("min", axis.min() == null ? null : AxisLimit.text(axis.min(), axis.scale()));
+    element.with("max", axis.max() == null ? null : AxisLimit.text(axis.max(), axis.scale()));
+    element.with("reversed", axis.reversed() ? "true" : null);
+    element.with("grid", axis.grid() ? null : "false");
+    return element.with("format", axis.format());
+  }
+
+  private static XmlElement element(Element element) {
+    XmlElement xml = element(Words.of(element.kind()));
+    if (element.arrangement() != Arrangement.defaultOf(element.kind())) {
+      xml.with("arrangement", Words.of(element.arrangement()));
+    }
+    xml.with("bins", element.bins() == null ? null : element.bins().toString());
+    xml.with("fill", element.fill());
+    xml.with("opacity", element.opacity() == 1 ? null : AxisLimit.numberText(element.opacity()));
+    for (String name : ChannelRules.NAMES) {
+      xml.with(channel(name, ChannelRules.channel(element, name)));
+    }
+    return xml;
+  }
+
+  private static XmlElement channel(String name, Channel channel) {
+    if (channel == null) {
+      return null;
+    }
+    boolean sums = channel.aggregate() != Aggregate.NONE;
+    XmlElement element = element(name).with("column", channel.column());
+    return element.with("aggregate", sums ? Words.of(channel.aggregate()) : null);
+  }
+
+  private static XmlElement legend(Legend legend) {
+    if (legend.equals(Legend.DEFAULT)) {
+      return null;
+    }
+    XmlElement element = element("legend");
+    element.with("position", legend.position() == null ? null : Words.of(legend.position()));
+    return element.with("title", legend.title());
+  }
+
+  private static XmlElement facet(Facet facet) {
+    if (facet == null) {
+      return null;
+    }
+    XmlElement element = element("facet").with("column", facet.column());
+    element.with("columns", facet.columns() == null ? null : facet.columns().toString());
+    element.with("shared-x", facet.sharedX() ? null : "false");
+    return element.with("shared-y", facet.sharedY() ? null : "false");
+  }
+
+  private static XmlElement values(String name, String childName, List<String> values) {
+    return values.isEmpty() ? null : addValues(element(name), childName, values);
+  }
+
+  private static XmlElement addValues(XmlElement element, String childName, List<String> values) {
+    values.forEach(value -> element.with(element(childName).with("value", value)));
+    return element;
+  }
+}
