@@ -10,6 +10,7 @@
 #include "guard/Guards.h"
 #include "guard/JavaErrors.h"
 #include "guard/OwnEnv.h"
+#include "guard/ReferenceEpoch.h"
 #include "guard/Report.h"
 #include "guard/WrappedArguments.h"
 
@@ -57,6 +58,7 @@ jint Install(JavaVM* vm, jvmtiEnv* jvmti, JNIEnv* env) {
   const std::lock_guard<std::mutex> lock(installMutex);
   if (installed) return JNI_OK;
   SetOwnEnvVm(vm);
+  ReferenceEpoch::SetJvmti(jvmti);
   if (!TakeFunctionTable(jvmti)) return JNI_ERR;
   if (!PrepareJavaErrors(env) || !WrappedArguments::Prepare(env)) {
     jvm.ExceptionClear(env);
@@ -75,7 +77,10 @@ void JNICALL OnVmInit(jvmtiEnv* jvmti, JNIEnv* env, jthread) {
   std::fputs("jniguard: this JVM's functions cannot be replaced; nothing is guarded\n", stderr);
 }
 
-void JNICALL OnThreadEnd(jvmtiEnv*, JNIEnv*, jthread) { ForgetOwnEnv(); }
+void JNICALL OnThreadEnd(jvmtiEnv*, JNIEnv*, jthread) {
+  ForgetOwnEnv();
+  ReferenceEpoch::End();
+}
 
 void JNICALL OnVmDeath(jvmtiEnv*, JNIEnv*) { WriteReport(); }
 

@@ -5,6 +5,7 @@
 #include <jni.h>
 
 #include <cstddef>
+#include <cstdint>
 
 namespace chartbridge {
 
@@ -15,6 +16,8 @@ struct alignas(16) ElementHeader {
   jsize length;
   /// The JNI letter of the element type, for example 'B'.
   char type;
+  /// The `ReferenceEpoch` at that time.
+  std::uint64_t epoch;
 };
 
 /// The copies of Java arrays that native code has out.

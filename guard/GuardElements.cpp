@@ -3,6 +3,7 @@
 #include "guard/ElementBuffers.h"
 #include "guard/Guards.h"
 #include "guard/NullChecks.h"
+#include "guard/ReferenceEpoch.h"
 
 namespace chartbridge {
 namespace {
@@ -47,8 +48,9 @@ typename T::Element* Get(JNIEnv* env, typename T::Array array, jboolean* isCopy)
     return nullptr;
   }
   const jsize length = jvm.GetArrayLength(env, array);
-  void* buffer = ElementBuffers::New(
-      {array, length, T::kLetter}, static_cast<std::size_t>(length) * sizeof(typename T::Element));
+  void* buffer =
+      ElementBuffers::New({array, length, T::kLetter, ReferenceEpoch::Current()},
+                          static_cast<std::size_t>(length) * sizeof(typename T::Element));
   if (buffer == nullptr) {
     Raise(env, JavaError::kOutOfMemory, T::getName, "no memory for the elements");
     return nullptr;
@@ -59,8 +61,11 @@ typename T::Element* Get(JNIEnv* env, typename T::Array array, jboolean* isCopy)
   return elements;
 }
 
+// Whether a reference stands for an object. One that was given back may still count as a reference,
+// to nothing.
 bool IsLive(JNIEnv* env, jarray array) {
-  return jvm.GetObjectRefType(env, array) != JNIInvalidRefType;
+  return jvm.GetObjectRefType(env, array) != JNIInvalidRefType &&
+         !jvm.IsSameObject(env, array, nullptr);
 }
 
 // Whether `array`, a live reference, is an array of that type and length.
@@ -73,10 +78,18 @@ bool IsSuchArray(JNIEnv* env, jarray array, jsize length) {
   return fits;
 }
 
-// The array that the elements came from. Released through the reference that they were obtained
-// through, which is what nearly everybody does, nothing needs to be asked. Otherwise that reference
-// counts as long as it lives: the caller may name the same array by another reference, or, wrongly,
-// another array. Once it is gone, what the caller names counts if it fits.
+// Whether the reference that the elements were obtained through is certainly still that reference.
+bool IsSurelyOrigin(JNIEnv* env, const ElementHeader& header) {
+  return jvm.GetObjectRefType(env, header.array) == JNILocalRefType &&
+         ReferenceEpoch::HasLasted(header.epoch);
+}
+
+// The array that the elements came from; null when nobody knows it any more.
+//
+// Nearly everybody names the array by the reference that the elements were obtained through, and
+// nothing needs to be asked then. Otherwise the caller names the same array by another reference,
+// which is right, or another array, which is wrong. Where the old reference may have become another
+// object's in the meantime, what the caller says counts, so that correct code is never harmed.
 template <class T>
 jarray Origin(JNIEnv* env, const ElementHeader& header, jarray named) {
   if (header.type != T::kLetter) {
@@ -84,15 +97,14 @@ jarray Origin(JNIEnv* env, const ElementHeader& header, jarray named) {
     return nullptr;
   }
   if (named == header.array) return named;
-  if (IsLive(env, header.array) && IsSuchArray<T>(env, header.array, header.length)) {
-    if (named == nullptr || !jvm.IsSameObject(env, named, header.array)) {
-      Caught(JNIGUARD_ELEMENTS_ARRAY, T::releaseName, "the elements belong to another array");
-    }
-    return header.array;
-  }
-  if (named != nullptr && IsSuchArray<T>(env, named, header.length)) return named;
+  const bool remembered =
+      IsLive(env, header.array) && IsSuchArray<T>(env, header.array, header.length);
+  if (remembered && named != nullptr && jvm.IsSameObject(env, named, header.array)) return named;
+  const bool fits = named != nullptr && IsSuchArray<T>(env, named, header.length);
+  if (!remembered && fits) return named;
   Caught(JNIGUARD_ELEMENTS_ARRAY, T::releaseName, "the elements belong to another array");
-  return nullptr;
+  if (!remembered) return nullptr;
+  return fits && !IsSurelyOrigin(env, header) ? named : header.array;
 }
 
 template <class T>

@@ -2,6 +2,7 @@
 #include "guard/Caught.h"
 #include "guard/Guards.h"
 #include "guard/NullChecks.h"
+#include "guard/ReferenceEpoch.h"
 
 namespace chartbridge {
 namespace {
@@ -34,6 +35,7 @@ void Delete(JNIEnv* env, jobject reference, jobjectRefType expected, const char*
                                      : "the reference is of another kind");
   }
   DeleteByKind(env, reference, kind);
+  ReferenceEpoch::End();
 }
 
 void DeleteGlobalRef(JNIEnv* env, jobject reference) {
@@ -54,6 +56,12 @@ void DeleteLocalRef(JNIEnv* env, jobject reference) {
     Caught(JNIGUARD_REFERENCE_KIND, "DeleteLocalRef", "the reference is of another kind");
   }
   DeleteByKind(env, reference, kind);
+  ReferenceEpoch::End();
+}
+
+jobject PopLocalFrame(JNIEnv* env, jobject result) {
+  ReferenceEpoch::End();
+  return jvm.PopLocalFrame(OwnEnv(env), result);
 }
 
 }  // namespace
@@ -61,6 +69,7 @@ void DeleteLocalRef(JNIEnv* env, jobject reference) {
 void GuardReferences(JniTable& table) {
   table.DeleteGlobalRef = DeleteGlobalRef;
   table.DeleteLocalRef = DeleteLocalRef;
+  table.PopLocalFrame = PopLocalFrame;
   table.DeleteWeakGlobalRef = DeleteWeakGlobalRef;
   UseOwnEnv<&JniTable::NewGlobalRef>(table);
   UseOwnEnv<&JniTable::NewLocalRef>(table);
@@ -69,7 +78,6 @@ void GuardReferences(JniTable& table) {
   UseOwnEnv<&JniTable::GetObjectRefType>(table);
   UseOwnEnv<&JniTable::EnsureLocalCapacity>(table);
   UseOwnEnv<&JniTable::PushLocalFrame>(table);
-  UseOwnEnv<&JniTable::PopLocalFrame>(table);
   UseOwnEnv<&JniTable::Throw>(table);
   UseOwnEnv<&JniTable::ThrowNew>(table);
   UseOwnEnv<&JniTable::ExceptionOccurred>(table);

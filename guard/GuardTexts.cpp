@@ -9,11 +9,6 @@ namespace {
 
 jstring NewString(JNIEnv* env, const jchar* text, jsize length) {
   env = OwnEnv(env);
-  if (length < 0) {
-    Refuse(env, JNIGUARD_BAD_INPUT, JavaError::kIllegalArgument, "NewString",
-           "the length is negative");
-    return nullptr;
-  }
   if (text == nullptr && length > 0) {
     Refuse(env, JNIGUARD_BAD_INPUT, JavaError::kNullPointer, "NewString", "the text is null");
     return nullptr;
