@@ -31,11 +31,11 @@ JvmSettings SettingsFor(const JavaOptions& options) {
     return settings;
   }
   const Installation installation;
-  if (installation.Jar().empty()) {
+  if (installation.ClassPath().empty()) {
     throw Failure("the Java classes (chartbridge-runtime.jar) are not in " +
                   installation.SearchedFolders() + "; name them with --classpath");
   }
-  settings.classPath = {installation.Jar()};
+  settings.classPath = installation.ClassPath();
   settings.sharedArchive = installation.SharedArchive();
   return settings;
 }

@@ -51,7 +51,8 @@ install(TARGETS chartbridge_app RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
 set(chartbridge_data_dir "${CMAKE_INSTALL_DATADIR}/chartbridge")
 set(chartbridge_package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/chartbridge")
 set(chartbridge_jar "${CMAKE_BINARY_DIR}/java/chartbridge-runtime.jar")
-install(FILES "${chartbridge_jar}" DESTINATION "${chartbridge_data_dir}")
+install(FILES "${chartbridge_jar}" "${CMAKE_BINARY_DIR}/java/libraries.txt"
+        DESTINATION "${chartbridge_data_dir}")
 
 install(EXPORT chartbridgeTargets NAMESPACE chartbridge:: DESTINATION "${chartbridge_package_dir}")
 configure_package_config_file(
