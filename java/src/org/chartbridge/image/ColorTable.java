@@ -22,19 +22,19 @@ final class ColorTable {
   }
 
   /**
-   * @param pixels colours as 0x00RRGGBB
+   * @param pixels colours as 0x00RRGGBB; the top byte does not count
    * @return null when there are more than 256 colours
    */
   static ColorTable of(int[] pixels) {
     ColorTable table = new ColorTable();
     int last = FREE;
     for (int pixel : pixels) {
-      if (pixel != last) {
-        if (!table.add(pixel & 0xFFFFFF)) {
-          return null;
-        }
-        last = pixel;
+      // The top byte of a pixel can hold anything.
+      int color = pixel & 0xFFFFFF;
+      if (color != last && !table.add(color)) {
+        return null;
       }
+      last = color;
     }
     return table;
   }
