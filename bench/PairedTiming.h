@@ -52,7 +52,7 @@ void TimeInTurns(benchmark::State& state, Subject&& subject, Floor&& floor, Betw
     }
     subjectFirst = !subjectFirst;
     ratios.push_back(subjectTimes.back() / floorTimes.back());
-    state.SetIterationTime(subjectTimes.back() * 1e-9);
+    state.SetIterationTime(subjectTimes.back() * 1e-9 * callsPerBatch);
   }
   state.counters["subject_ns"] = Median(subjectTimes);
   state.counters["floor_ns"] = Median(floorTimes);

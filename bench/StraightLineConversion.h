@@ -13,12 +13,17 @@ namespace chartbridge {
 /// than.
 class StraightLineConversion {
  public:
-  explicit StraightLineConversion(JNIEnv* env);
+  /// @param keepFloatEnv whether the floating-point environment is saved and restored around each
+  ///     exception check, as the library must: what that alone costs
+  StraightLineConversion(JNIEnv* env, bool keepFloatEnv);
 
   bool Convert(const std::string& input, std::string& output) const;
 
  private:
+  bool Failed() const;
+
   JNIEnv* _env;
+  bool _keepFloatEnv;
   jclass _class;
   jobject _object;
 };
