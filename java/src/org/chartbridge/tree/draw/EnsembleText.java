@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: Apache-2.0
+package org.chartbridge.tree.draw;
+
+import java.util.ArrayList;
+import java.util.List;
+import org.chartbridge.tree.Ensemble;
+import org.chartbridge.tree.ModelPart;
+import org.chartbridge.tree.Predicate;
+import org.chartbridge.tree.TreeModel;
+
+/** What is said about ensembles. */
+final class EnsembleText {
+  private EnsembleText() {}
+
+  /** How the members of an ensemble work together, for example {@code majority vote of 25 models}. */
+  static String joining(Ensemble ensemble) {
+    int size = ensemble.segments().size();
+    return ensemble.methodLabel() + " of " + size + (size == 1 ? " model" : " models");
+  }
+
+  /** Where a tree stands in its model: one line for each ensemble around it, the outermost first. */
+  static List<String> place(ModelPart model, TreeModel tree, NumberText numbers) {
+    List<String> lines = new ArrayList<>();
+    find(model, tree, numbers, lines);
+    return lines;
+  }
+
+  private static boolean find(
+      ModelPart part, TreeModel tree, NumberText numbers, List<String> lines) {
+    if (part instanceof TreeModel found) {
+      return found.number() == tree.number();
+    }
+    if (!(part instanceof Ensemble ensemble)) {
+      return false;
+    }
+    int number = 0;
+    for (Ensemble.Segment segment : ensemble.segments()) {
+      number++;
+      List<String> inner = new ArrayList<>();
+      if (find(segment.model(), tree, numbers, inner)) {
+        lines.add(line(ensemble, segment, number, tree, numbers));
+        lines.addAll(inner);
+        return true;
+      }
+    }
+    return false;
+  }
+
+  private static String line(Ensemble ensemble, Ensemble.Segment segment, int number,
+      TreeModel tree, NumberText numbers) {
+    StringBuilder text = new StringBuilder("Part " + number + " in a " + joining(ensemble));
+    if (segment.weight() != 1) {
+      text.append(", weight ").append(numbers.number(segment.weight()));
+    }
+    boolean always = segment.predicate() instanceof Predicate.Constant constant && constant.value();
+    if (!always) {
+      text.append(", used when ")
+          .append(new PredicateText(tree.fields(), numbers, false).of(segment.predicate()));
+    }
+    return text.toString();
+  }
+}
