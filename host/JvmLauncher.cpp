@@ -36,6 +36,11 @@ std::string CapturedLine() {
   return captured;
 }
 
+// For options that the JVM rejects late it ends the process, and what it printed must not get lost.
+void PrintCapturedAtExit() {
+  if (capturing) std::fprintf(stderr, "cannot start Java: %s\n", CapturedLine().c_str());
+}
+
 bool StartsWith(const std::string& text, const std::string& start) {
   return text.compare(0, start.size(), start) == 0;
 }
@@ -135,15 +140,17 @@ bool JvmLauncher::CollectOptions() {
 
 JavaVM* JvmLauncher::Create() {
   std::vector<JavaVMOption> options;
-  for (std::string& option : _options) options.push_back({option.data(), nullptr});
+  // First, as the JVM uses it from there on.
   char print[] = "vfprintf";
   options.push_back({print, reinterpret_cast<void*>(&PrintForJvm)});
+  for (std::string& option : _options) options.push_back({option.data(), nullptr});
   JavaVMInitArgs arguments{JNI_VERSION_1_8, static_cast<jint>(options.size()), options.data(),
                            JNI_FALSE};
   JavaVM* vm = nullptr;
   void* env = nullptr;
   captured.clear();
-  capturing = true;
+  static const bool atExit = std::atexit(PrintCapturedAtExit) == 0;
+  capturing = atExit;
   const jint result = _create(&vm, &env, &arguments);
   capturing = false;
   const std::string printed = CapturedLine();
