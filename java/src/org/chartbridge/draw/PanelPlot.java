@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: Apache-2.0
+package org.chartbridge.draw;
+
+import java.awt.BasicStroke;
+import java.awt.Graphics2D;
+import java.awt.RenderingHints;
+import java.awt.geom.Line2D;
+import java.awt.geom.Rectangle2D;
+import java.util.List;
+import org.jfree.chart.axis.AxisSpace;
+import org.jfree.chart.plot.DatasetRenderingOrder;
+import org.jfree.chart.plot.XYPlot;
+import org.jfree.ui.RectangleInsets;
+
+/** One panel of a chart with axes. */
+final class PanelPlot {
+  private final Plan plan;
+  private final Frame frame;
+  private final List<Layer> layers;
+  private final PlotAxis xAxis;
+  private final PlotAxis yAxis;
+  private final XYPlot plot;
+  private final boolean zeroLineX;
+  private final boolean zeroLineY;
+
+  PanelPlot(Plan plan, Frame frame, List<Layer> layers, PlotAxis xAxis, PlotAxis yAxis,
+      boolean baselineX, boolean baselineY) {
+    this.plan = plan;
+    this.frame = frame;
+    this.layers = layers;
+    this.xAxis = xAxis;
+    this.yAxis = yAxis;
+    zeroLineX = baselineX && crossesZero(frame.x());
+    zeroLineY = baselineY && crossesZero(frame.y());
+    plot = new XYPlot();
+    setUp();
+  }
+
+  private static boolean crossesZero(AxisScale scale) {
+    return scale.kind() == org.chartbridge.chart.ScaleKind.LINEAR && scale.lower() < 0 && scale.upper() > 0;
+  }
+
+  private void setUp() {
+    plot.setInsets(RectangleInsets.ZERO_INSETS);
+    plot.setAxisOffset(RectangleInsets.ZERO_INSETS);
+    plot.setOutlineVisible(false);
+    plot.setBackgroundPaint(plan.style.plotBackground);
+    plot.setFixedDomainAxisSpace(new AxisSpace());
+    plot.setFixedRangeAxisSpace(new AxisSpace());
+    plot.setDatasetRenderingOrder(DatasetRenderingOrder.FORWARD);
+    plot.setDomainAxis(xAxis);
+    plot.setRangeAxis(yAxis);
+    BasicStroke stroke = new BasicStroke((float) (plan.style.gridWidth * plan.type.factor));
+    boolean drawn = plan.style.gridWidth > 0;
+    plot.setDomainGridlinesVisible(drawn && plan.chart.x().grid() && !frame.x().isCategory());
+    plot.setDomainGridlinePaint(plan.style.gridColor);
+    plot.setDomainGridlineStroke(stroke);
+    plot.setRangeGridlinesVisible(drawn && plan.chart.y().grid() && !frame.y().isCategory());
+    plot.setRangeGridlinePaint(plan.style.gridColor);
+    plot.setRangeGridlineStroke(stroke);
+    for (int i = 0; i < layers.size(); i++) {
+      plot.setDataset(i, LayerRenderer.dataset());
+      plot.setRenderer(i, new LayerRenderer(layers.get(i), frame), false);
+    }
+  }
+
+  void draw(Graphics2D g) {
+    g.setRenderingHint(RenderingHints.KEY_STROKE_CONTROL, RenderingHints.VALUE_STROKE_NORMALIZE);
+    Rectangle2D area = frame.area();
+    plot.draw(g, area, null, null, null);
+    xAxis.drawLine(g, area);
+    yAxis.drawLine(g, area);
+    drawZeroLines(g, area);
+    LabelPlacer placer = new LabelPlacer(plan, area);
+    layers.forEach(layer -> layer.labels(frame, placer));
+    placer.draw(g);
+  }
+
+  private void drawZeroLines(Graphics2D g, Rectangle2D area) {
+    g.setPaint(plan.style.axisColor);
+    g.setStroke(new BasicStroke((float) (plan.style.axisWidth * plan.type.factor)));
+    if (zeroLineX) {
+      double x = frame.px(0);
+      g.draw(new Line2D.Double(x, area.getY(), x, area.getMaxY()));
+    }
+    if (zeroLineY) {
+      double y = frame.py(0);
+      g.draw(new Line2D.Double(area.getX(), y, area.getMaxX(), y));
+    }
+  }
+
+  void marks(List<Mark> marks) {
+    layers.forEach(layer -> layer.marks(frame, marks));
+  }
+
+  Frame frame() {
+    return frame;
+  }
+}

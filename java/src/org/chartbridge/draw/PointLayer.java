@@ -1,0 +1,155 @@
+// SPDX-License-Identifier: Apache-2.0
+package org.chartbridge.draw;
+
+import java.awt.BasicStroke;
+import java.awt.Color;
+import java.awt.Graphics2D;
+import java.awt.Shape;
+import java.awt.geom.AffineTransform;
+import java.util.ArrayList;
+import java.util.List;
+
+/** Points: one marker for each value. */
+final class PointLayer extends Layer {
+  private static final double LARGEST = 28;
+  private static final double SMALLEST = 3;
+  private static final int MANY = 2000;
+
+  private final List<Group> groups;
+  private final SizeScale sizes;
+
+  /** The largest value of the size channel, which gets the largest marker. */
+  record SizeScale(double largest, double diameter) {
+    double diameter(double value) {
+      return largest <= 0 ? SMALLEST : Math.max(SMALLEST, diameter * Math.sqrt(value / largest));
+    }
+  }
+
+  PointLayer(LayerSource source, int panel, List<Group> groups, SizeScale sizes) {
+    super(source, panel);
+    this.groups = new ArrayList<>(groups);
+    this.sizes = sizes;
+    if (sizes != null) {
+      this.groups.sort((a, b) -> Double.compare(b.size, a.size));
+    }
+  }
+
+  static SizeScale sizes(Plan plan, ElementPlan element, List<Group> groups, int panels) {
+    if (element.element.size() == null) {
+      return null;
+    }
+    double largest = 0;
+    for (Group group : groups) {
+      if (group.size < 0) {
+        throw element.error("size", "the value " + Formats.plain(group.size)
+            + " is negative; sizes must not be below 0.");
+      }
+      largest = Math.max(largest, group.size);
+    }
+    double shrink = Math.max(0.4, 1 / Math.sqrt(Math.sqrt(panels)));
+    return new SizeScale(largest, LARGEST * plan.type.factor * shrink);
+  }
+
+  @Override
+  void extend(Extent xExtent, Extent yExtent) {
+    for (Group group : groups) {
+      xExtent.add(group.x);
+      yExtent.add(group.y);
+    }
+    xExtent.needMargin();
+    yExtent.needMargin();
+  }
+
+  private double diameter(Group group) {
+    if (sizes != null) {
+      return sizes.diameter(group.size);
+    }
+    double crowd = groups.size() > MANY ? 0.7 : 1;
+    return plan.style.markerSize * plan.type.factor * crowd;
+  }
+
+  private int shape(Group group) {
+    return inks.shape(Math.max(0, ink(group)));
+  }
+
+  /** Markers of the same size keep a thin edge of the ground's colour, so that neighbours stay apart. */
+  private Color edge() {
+    return groups.size() > MANY ? null : Inks.alpha(plan.style.background, 0.85);
+  }
+
+  @Override
+  void draw(Graphics2D g, Frame frame) {
+    Stamps stamps = Stamps.on(g);
+    Color edge = edge();
+    if (stamps == null) {
+      drawShapes(g, frame, edge);
+      return;
+    }
+    List<Group> large = new ArrayList<>();
+    for (Group group : groups) {
+      if (!Stamps.fits(diameter(group), stamps.scale())) {
+        large.add(group);
+      }
+    }
+    large.forEach(group -> drawShape(g, frame, group, edge));
+    stamps.begin();
+    for (Group group : groups) {
+      double diameter = diameter(group);
+      if (Stamps.fits(diameter, stamps.scale())) {
+        double rounded = Math.round(diameter * 4) / 4.0;
+        stamps.draw(shape(group), rounded, color(group), edge, frame.px(group.x), frame.py(group.y));
+      }
+    }
+    stamps.end();
+  }
+
+  private void drawShapes(Graphics2D g, Frame frame, Color edge) {
+    groups.forEach(group -> drawShape(g, frame, group, edge));
+  }
+
+  private void drawShape(Graphics2D g, Frame frame, Group group, Color edge) {
+    drawMarker(g, outline(frame, group), color(group), edge);
+  }
+
+  static void drawMarker(Graphics2D g, Shape marker, Color fill, Color edge) {
+    g.setPaint(fill);
+    g.fill(marker);
+    if (edge != null) {
+      g.setPaint(edge);
+      g.setStroke(new BasicStroke(0.8f));
+      g.draw(marker);
+    }
+  }
+
+  private Shape outline(Frame frame, Group group) {
+    return AffineTransform.getTranslateInstance(frame.px(group.x), frame.py(group.y))
+        .createTransformedShape(Inks.marker(shape(group), diameter(group)));
+  }
+
+  @Override
+  void labels(Frame frame, LabelPlacer placer) {
+    for (Group group : groups) {
+      if (group.label != null) {
+        placer.beside(group.label, frame.px(group.x), frame.py(group.y), diameter(group) / 2);
+      }
+    }
+  }
+
+  @Override
+  void marks(Frame frame, List<Mark> marks) {
+    for (Group group : groups) {
+      double x = frame.px(group.x);
+      double y = frame.py(group.y);
+      if (!frame.shows(x, y)) {
+        continue;
+      }
+      Shape area = inks.shape(Math.max(0, ink(group))) == 0
+          ? circle(x, y, diameter(group)) : outline(frame, group);
+      marks.add(mark(area, values(group)));
+    }
+  }
+
+  private static Shape circle(double x, double y, double diameter) {
+    return new java.awt.geom.Ellipse2D.Double(x - diameter / 2, y - diameter / 2, diameter, diameter);
+  }
+}
