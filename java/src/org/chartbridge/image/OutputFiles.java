@@ -141,8 +141,10 @@ public final class OutputFiles implements AutoCloseable {
     String reason = e.getMessage();
     if (e instanceof AccessDeniedException) {
       reason = "no permission to write into its folder";
-    } else if (e instanceof FileSystemException failure && failure.getReason() != null) {
-      reason = failure.getReason();
+    } else if (e instanceof FileSystemException failure) {
+      // Its message would be the name under which the file is written.
+      boolean known = failure.getReason() != null;
+      reason = known ? failure.getReason() : "its folder takes no files";
     }
     ChartException error = cannotWrite(target, reason);
     error.initCause(e);

@@ -1,0 +1,192 @@
+// SPDX-License-Identifier: Apache-2.0
+package org.chartbridge.image;
+
+import static java.nio.charset.StandardCharsets.UTF_8;
+import static org.junit.jupiter.api.Assertions.assertEquals;
+import static org.junit.jupiter.api.Assertions.assertFalse;
+import static org.junit.jupiter.api.Assertions.assertSame;
+import static org.junit.jupiter.api.Assertions.assertThrows;
+import static org.junit.jupiter.api.Assertions.assertTrue;
+import static org.junit.jupiter.api.Assumptions.assumeTrue;
+
+import java.io.IOException;
+import java.nio.file.Files;
+import java.nio.file.Path;
+import java.util.List;
+import java.util.stream.Collectors;
+import java.util.stream.Stream;
+import org.chartbridge.chart.ChartException;
+import org.junit.jupiter.api.Test;
+import org.junit.jupiter.api.io.TempDir;
+
+class OutputFilesTest {
+  @TempDir Path folder;
+
+  private static OutputFiles.Content text(String text) {
+    return out -> out.write(text.getBytes(UTF_8));
+  }
+
+  private static String error(Path target) {
+    return assertThrows(ChartException.class, () -> OutputFiles.write(target, text("new")))
+        .getMessage();
+  }
+
+  private List<String> files() throws IOException {
+    try (Stream<Path> files = Files.list(folder)) {
+      return files.map(file -> file.getFileName().toString()).sorted().collect(Collectors.toList());
+    }
+  }
+
+  @Test
+  void writesAndReplaces() throws IOException {
+    Path file = folder.resolve("a b.png");
+    OutputFiles.write(file, text("one"));
+    assertEquals("one", Files.readString(file));
+    OutputFiles.write(file, text("two"));
+    assertEquals("two", Files.readString(file));
+    assertEquals(List.of("a b.png"), files());
+  }
+
+  @Test
+  void hasThePermissionsOfAnyNewFile() throws IOException {
+    Path file = folder.resolve("a.png");
+    OutputFiles.write(file, text("one"));
+    Path other = Files.writeString(folder.resolve("other"), "x");
+    assertEquals(Files.getPosixFilePermissions(other), Files.getPosixFilePermissions(file));
+  }
+
+  @Test
+  void aFailureHalfWayLeavesEverythingAsItWas() throws IOException {
+    Path file = Files.writeString(folder.resolve("a.png"), "old");
+    ChartException failure = new ChartException("half way");
+    assertSame(failure, assertThrows(ChartException.class, () -> OutputFiles.write(file, out -> {
+      out.write(new byte[100_000]);
+      out.flush();
+      assertEquals("old", Files.readString(file));
+      throw failure;
+    })));
+    assertEquals("old", Files.readString(file));
+    assertEquals(List.of("a.png"), files());
+    ChartException e = assertThrows(ChartException.class, () -> OutputFiles.write(file, out -> {
+      throw new IOException("the disk is on fire");
+    }));
+    assertEquals("Cannot write \"" + file + "\": the disk is on fire.", e.getMessage());
+    assertThrows(OutOfMemoryError.class, () -> OutputFiles.write(file, out -> {
+      throw new OutOfMemoryError("test");
+    }));
+    assertEquals(List.of("a.png"), files());
+  }
+
+  @Test
+  void severalFilesAppearTogether() throws IOException {
+    Path first = folder.resolve("a");
+    Path second = folder.resolve("b");
+    try (OutputFiles files = new OutputFiles()) {
+      files.stage(first, text("1"));
+      files.stage(second, text("2"));
+      assertFalse(Files.exists(first) || Files.exists(second));
+      files.commit();
+    }
+    assertEquals("1", Files.readString(first));
+    assertEquals("2", Files.readString(second));
+    assertThrows(ChartException.class, () -> {
+      try (OutputFiles files = new OutputFiles()) {
+        files.stage(folder.resolve("c"), text("3"));
+        files.stage(folder.resolve("missing/d"), text("4"));
+        files.commit();
+      }
+    });
+    assertEquals(List.of("a", "b"), files());
+  }
+
+  @Test
+  void aFolderThatDoesNotExist() {
+    Path target = folder.resolve("none/here/a.png");
+    assertEquals("Cannot write \"" + target + "\": the folder \"" + folder.resolve("none/here")
+            + "\" does not exist.",
+        error(target));
+  }
+
+  @Test
+  void aFolderThatIsAFile() throws IOException {
+    Path file = Files.writeString(folder.resolve("file"), "x");
+    assertEquals("Cannot write \"" + file.resolve("a.png") + "\": \"" + file + "\" is not a folder.",
+        error(file.resolve("a.png")));
+  }
+
+  @Test
+  void aTargetThatIsAFolder() throws IOException {
+    Path target = Files.createDirectory(folder.resolve("a.png"));
+    assertEquals("Cannot write \"" + target + "\": it is a folder.", error(target));
+    assertEquals(List.of("a.png"), files());
+  }
+
+  @Test
+  void anEmptyOrImpossiblePath() {
+    assertEquals("The output path is empty.",
+        assertThrows(ChartException.class, () -> OutputFiles.path("")).getMessage());
+    assertEquals("The output path is empty.",
+        assertThrows(ChartException.class, () -> OutputFiles.path(null)).getMessage());
+    assertEquals("The output path is invalid: Nul character not allowed.",
+        assertThrows(ChartException.class, () -> OutputFiles.path("a\0b")).getMessage());
+  }
+
+  @Test
+  void aFolderWithoutPermission() throws IOException {
+    Files.createDirectory(folder.resolve("closed"));
+    assertTrue(folder.resolve("closed").toFile().setWritable(false, false));
+    assumeTrue(!Files.isWritable(folder.resolve("closed")), "the superuser may write everywhere");
+    Path target = folder.resolve("closed/a.png");
+    assertEquals("Cannot write \"" + target + "\": no permission to write into its folder.",
+        error(target));
+  }
+
+  @Test
+  void aWriteProtectedFile() throws IOException {
+    Path target = Files.writeString(folder.resolve("a.png"), "old");
+    assertTrue(target.toFile().setWritable(false, false));
+    assumeTrue(!Files.isWritable(target), "the superuser may write everything");
+    assertEquals("Cannot write \"" + target + "\": it is write-protected.", error(target));
+  }
+
+  /** Not even the superuser can make a file there. */
+  @Test
+  void aFolderThatTakesNoFiles() {
+    Path target = Path.of("/proc/a.png");
+    assumeTrue(Files.isDirectory(target.getParent()));
+    assertEquals("Cannot write \"/proc/a.png\": its folder takes no files.", error(target));
+  }
+
+  @Test
+  void aFullDisk() {
+    Path full = Path.of("/dev/full");
+    assumeTrue(Files.isWritable(full));
+    assertEquals("Cannot write \"/dev/full\": No space left on device.", error(full));
+  }
+
+  @Test
+  void whatIsNoRegularFileIsWrittenDirectly() throws IOException {
+    Path device = Path.of("/dev/null");
+    assumeTrue(Files.isWritable(device));
+    OutputFiles.write(device, text("gone"));
+    assertFalse(Files.isRegularFile(device));
+  }
+
+  @Test
+  void aSymbolicLinkStaysAndItsTargetIsReplaced() throws IOException {
+    Path real = Files.writeString(folder.resolve("real"), "old");
+    Path link = Files.createSymbolicLink(folder.resolve("link"), real);
+    OutputFiles.write(link, text("new"));
+    assertTrue(Files.isSymbolicLink(link));
+    assertEquals("new", Files.readString(real));
+  }
+
+  @Test
+  void theLongestNameThereCanBe() throws IOException {
+    Path file = folder.resolve("n".repeat(251) + ".png");
+    OutputFiles.write(file, text("x"));
+    assertEquals("x", Files.readString(file));
+    assertTrue(error(folder.resolve("n".repeat(256))).endsWith("File name too long."));
+    assertEquals(1, files().size());
+  }
+}
