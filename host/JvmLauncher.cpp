@@ -37,7 +37,7 @@ std::string CapturedLine() {
 }
 
 // For options that the JVM rejects late it ends the process, and what it printed must not get lost.
-void PrintCapturedAtExit() {
+void PrintCapturedAtAbort() {
   if (capturing) std::fprintf(stderr, "cannot start Java: %s\n", CapturedLine().c_str());
 }
 
@@ -140,17 +140,18 @@ bool JvmLauncher::CollectOptions() {
 
 JavaVM* JvmLauncher::Create() {
   std::vector<JavaVMOption> options;
-  // First, as the JVM uses it from there on.
+  // First, as the JVM uses them from there on.
   char print[] = "vfprintf";
+  char abort[] = "abort";
   options.push_back({print, reinterpret_cast<void*>(&PrintForJvm)});
+  options.push_back({abort, reinterpret_cast<void*>(&PrintCapturedAtAbort)});
   for (std::string& option : _options) options.push_back({option.data(), nullptr});
   JavaVMInitArgs arguments{JNI_VERSION_1_8, static_cast<jint>(options.size()), options.data(),
                            JNI_FALSE};
   JavaVM* vm = nullptr;
   void* env = nullptr;
   captured.clear();
-  static const bool atExit = std::atexit(PrintCapturedAtExit) == 0;
-  capturing = atExit;
+  capturing = true;
   const jint result = _create(&vm, &env, &arguments);
   capturing = false;
   const std::string printed = CapturedLine();
