@@ -51,7 +51,7 @@ void BridgeAgainstStraightLine(benchmark::State& state) {
   const BatchFrame frame;
   TimeInTurns(
       state, [&] { VizConverter::GetInstance()->GPLtoXML(document, output); },
-      [&] { straightLine.Convert(document, output); }, [] { BatchFrame::Renew(); },
+      [&] { straightLine.Convert(document, output); }, [](bool) { BatchFrame::Renew(); },
       CallsPerBatch(state));
 }
 
@@ -62,7 +62,7 @@ void BridgeAgainstStraightLineThatKeepsFloatEnv(benchmark::State& state) {
   const BatchFrame frame;
   TimeInTurns(
       state, [&] { VizConverter::GetInstance()->GPLtoXML(document, output); },
-      [&] { straightLine.Convert(document, output); }, [] { BatchFrame::Renew(); },
+      [&] { straightLine.Convert(document, output); }, [](bool) { BatchFrame::Renew(); },
       CallsPerBatch(state));
 }
 
@@ -71,23 +71,14 @@ void GuardOnAgainstOff(benchmark::State& state) {
   std::string output;
   const BatchFrame frame;
   const auto convert = [&] { VizConverter::GetInstance()->GPLtoXML(document, output); };
-  const auto setTable = [](jniNativeInterface* table) { jvmti->SetJNIFunctionTable(table); };
-  // One switch of the table for a whole batch, inside the timed part: its share is below what the
-  // timing resolves.
-  int guarded = 0;
   TimeInTurns(
-      state,
-      [&] {
-        if (guarded++ == 0) setTable(guardedTable);
-        convert();
-      },
-      convert,
-      [&] {
-        guarded = 0;
-        setTable(bareTable);
+      state, convert, convert,
+      [](bool guarded) {
+        jvmti->SetJNIFunctionTable(guarded ? guardedTable : bareTable);
         BatchFrame::Renew();
       },
       CallsPerBatch(state));
+  jvmti->SetJNIFunctionTable(bareTable);
 }
 
 void LocalFrameOnAgainstOff(benchmark::State& state) {
@@ -100,8 +91,8 @@ void LocalFrameOnAgainstOff(benchmark::State& state) {
         const chartbridge::LocalFrame local;
         VizConverter::GetInstance()->GPLtoXML(document, output);
       },
-      [&] { VizConverter::GetInstance()->GPLtoXML(document, output); }, [] { BatchFrame::Renew(); },
-      CallsPerBatch(state));
+      [&] { VizConverter::GetInstance()->GPLtoXML(document, output); },
+      [](bool) { BatchFrame::Renew(); }, CallsPerBatch(state));
 }
 
 // From a text that is nothing but overhead to a large chart.

@@ -34,12 +34,12 @@ void TimeInTurns(benchmark::State& state, Subject&& subject, Floor&& floor, Betw
   std::vector<double> floorTimes;
   std::vector<double> ratios;
   const auto timeSubject = [&] {
+    prepare(true);
     subjectTimes.push_back(NanosecondsPerCall(subject, callsPerBatch));
-    between();
   };
   const auto timeFloor = [&] {
+    prepare(false);
     floorTimes.push_back(NanosecondsPerCall(floor, callsPerBatch));
-    between();
   };
   bool subjectFirst = true;
   for (auto _ : state) {
