@@ -34,7 +34,7 @@ class ConverterSession {
   const std::string stack = failure ? failure->Stack() : "";
   if (!message.empty()) throw Failure(name + ": " + OnOneLine(ToNativeText(message)), stack);
   if (failure) throw Failure(name + ": " + failure->Reason(), stack);
-  throw Failure(name + ": Java failed and left no reason");
+  throw Failure(name + ": " + dumps.WhyEmpty());
 }
 
 }  // namespace

@@ -26,14 +26,14 @@ DumpFolder::DumpFolder() {
   const std::filesystem::path parent = std::filesystem::temp_directory_path(error);
   std::string pattern = (error ? std::filesystem::path("/tmp") : parent) / "chartbridge-XXXXXX";
   // Without the folder only the reason of a failure is lost, not the work.
+  _private = true;
   if (mkdtemp(pattern.data()) == nullptr) return;
   _folder = pattern;
-  _private = true;
   setenv(kVariable, _folder.c_str(), 1);
 }
 
 DumpFolder::~DumpFolder() {
-  if (!_private) return;
+  if (!_private || _folder.empty()) return;
   unsetenv(kVariable);
   std::error_code ignored;
   std::filesystem::remove_all(_folder, ignored);
@@ -64,6 +64,11 @@ std::string DumpFolder::NewRecords() const {
     records.append(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
   }
   return records;
+}
+
+std::string DumpFolder::WhyEmpty() const {
+  if (_private) return "it failed, and there is no record of why";
+  return "it failed, and the folder that DumpChartTimePath names took no record of why";
 }
 
 }  // namespace chartbridge

@@ -27,6 +27,9 @@ class DumpFolder {
   /// nothing was.
   std::string NewRecords() const;
 
+  /// What can be said about a failed operation that left no record.
+  std::string WhyEmpty() const;
+
  private:
   std::map<std::string, std::uintmax_t> Sizes() const;
 

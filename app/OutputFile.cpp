@@ -65,7 +65,7 @@ void OutputFile::CheckFolder() const {
   if (!S_ISDIR(status.st_mode)) {
     throw Failure(_name + ": cannot write there: " + folder + " is not a folder");
   }
-  if (access(folder.c_str(), W_OK | X_OK) != 0) {
+  if (faccessat(AT_FDCWD, folder.c_str(), W_OK | X_OK, AT_EACCESS) != 0) {
     throw Failure(_name + ": cannot write there: the folder " + folder + ": " +
                   std::strerror(errno));
   }

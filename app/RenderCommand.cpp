@@ -177,6 +177,7 @@ std::string RenderCommand::Culprit(const JavaFailure& failure, const InputFile& 
   if (failure.PassedThrough("org.chartbridge.draw.Style.named") && !_style.empty()) {
     return "--style";
   }
+  if (failure.PassedThrough("org.chartbridge.image.OutputFiles.")) return _output;
   if (failure.PassedThrough("com.tesk.charteditor.RenderOptions.locale")) return "--locale";
   if (failure.PassedThrough("com.tesk.charteditor.RenderOptions.messages")) return _textsFile;
   return chart.Name();
@@ -185,7 +186,7 @@ std::string RenderCommand::Culprit(const JavaFailure& failure, const InputFile& 
 void RenderCommand::FailWithReason(const DumpFolder& dumps, const InputFile& chart,
                                    const InputFile& data) const {
   const auto failure = JavaFailure::First(dumps.NewRecords());
-  if (!failure) throw Failure(chart.Name() + ": Java failed and left no reason");
+  if (!failure) throw Failure(chart.Name() + ": " + dumps.WhyEmpty());
   throw Failure(Culprit(*failure, chart, data) + ": " + failure->Reason(), failure->Stack());
 }
 
