@@ -59,7 +59,7 @@ final class RenderOptions {
       throw new ChartException("The chart texts (properties) are not UTF-8.", e);
     } catch (IOException | IllegalArgumentException e) {
       throw new ChartException(
-          "The chart texts are no properties file: " + e.getMessage() + ".", e);
+          "The chart texts are no properties file: " + e.getMessage(), e);
     }
     for (String key : properties.stringPropertyNames()) {
       messages.put(key, properties.getProperty(key));
