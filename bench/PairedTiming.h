@@ -25,10 +25,10 @@ inline double Median(std::vector<double> values) {
 }
 
 /// Times a subject against a floor in turns, so that whatever disturbs the machine disturbs both,
-/// and reports the medians in nanoseconds per call and the median of their ratios. `between` runs,
-/// untimed, after each batch.
-template <typename Subject, typename Floor, typename Between>
-void TimeInTurns(benchmark::State& state, Subject&& subject, Floor&& floor, Between&& between,
+/// and reports the medians in nanoseconds per call and the median of their ratios. `prepare(true)`
+/// runs, untimed, before each batch of the subject, and `prepare(false)` before each of the floor.
+template <typename Subject, typename Floor, typename Prepare>
+void TimeInTurns(benchmark::State& state, Subject&& subject, Floor&& floor, Prepare&& prepare,
                  int callsPerBatch) {
   std::vector<double> subjectTimes;
   std::vector<double> floorTimes;
