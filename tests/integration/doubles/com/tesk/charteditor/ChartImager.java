@@ -76,6 +76,12 @@ public class ChartImager {
     return blocks.toByteArray();
   }
 
+  /** Answers "null" with null, and anything else with the document in the style sheet's name. */
+  public byte[] ApplyStyleSheet(byte[] document, byte[] styleSheet) {
+    String text = string(document);
+    return text.equals("null") ? null : (string(styleSheet) + "(" + text + ")").getBytes(StandardCharsets.UTF_8);
+  }
+
   private static boolean write(String path, String call) throws IOException {
     Files.writeString(Path.of(path), call);
     return true;
