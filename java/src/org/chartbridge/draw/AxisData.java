@@ -321,9 +321,8 @@ final class AxisData {
     double pad = extent.margin() ? 0.04 : extent.baseline() ? 0 : horizontal ? 0.02 : 0.03;
     double low = atLow ? min : min - pad * span;
     double high = atHigh ? max : max + pad * span;
-    if (low < 0 && min >= 0 && min < 0.1 * span) {
-      low = Math.min(0, min - (extent.margin() ? pad * span / 2 : 0));
-    }
+    low = low < 0 && min >= 0 ? 0 : low;
+    high = high > 0 && max <= 0 ? 0 : high;
     boolean round = step > 0 && (!horizontal || extent.baseline()) && !extent.edges();
     if (round) {
       low = Math.floor(low / step + 1e-9) * step;
@@ -350,8 +349,8 @@ final class AxisData {
     if (low == high) {
       return new double[] {low / 10, high * 10};
     }
-    if (extent.baseline() && low >= min) {
-      low = roundLog(low * 0.99, false);
+    if (extent.baseline()) {
+      low = Math.pow(10, Math.floor(Math.log10(min) - 1e-9));
     }
     return new double[] {low, high};
   }

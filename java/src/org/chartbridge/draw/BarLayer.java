@@ -7,11 +7,14 @@ import java.awt.geom.Rectangle2D;
 import java.util.ArrayList;
 import java.util.List;
 import java.util.Map;
+import org.chartbridge.chart.Arrangement;
 
 /** Bars of bar charts and histograms, standing or lying. */
 final class BarLayer extends Layer {
   /** A bar between two positions and two measures. */
   record Bar(Group group, double p0, double p1, double v0, double v1, double share) {}
+
+  private static final double SEE_THROUGH = 0.6;
 
   private final List<Bar> bars;
   private final Bins bins;
@@ -52,8 +55,15 @@ final class BarLayer extends Layer {
       if (rect == null) {
         continue;
       }
-      inks.fillRect(g, inset(rect), color(bar.group), ink(bar.group));
+      inks.fillRect(g, inset(rect), surface(bar.group), ink(bar.group));
     }
+  }
+
+  /** Histograms over each other must show through. */
+  private Color surface(Group group) {
+    boolean through = bins != null && element.arrangement() == Arrangement.OVERLAID
+        && element.colors != null && element.element.opacity() >= 1;
+    return through ? Inks.alpha(color(group), SEE_THROUGH) : color(group);
   }
 
   /** Bins touch each other; a hair of ground between them keeps them apart for the eye. */

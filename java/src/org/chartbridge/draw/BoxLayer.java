@@ -65,13 +65,12 @@ final class BoxLayer extends Layer {
       g.draw(line(frame, middle, n.q3(), middle, n.highWhisker()));
       g.draw(line(frame, middle - cap, n.lowWhisker(), middle + cap, n.lowWhisker()));
       g.draw(line(frame, middle - cap, n.highWhisker(), middle + cap, n.highWhisker()));
-      inks.fill(g, rect, inks.hatches() ? color : Inks.mix(color, plan.style.background, 0.45), ink(box.group));
+      inks.fill(g, rect, surface(color, plan.style), ink(box.group));
       g.setPaint(ink);
       g.setStroke(new BasicStroke((float) (1.2 * factor)));
       g.draw(rect);
       g.setStroke(new BasicStroke((float) (2.6 * factor), BasicStroke.CAP_BUTT, BasicStroke.JOIN_MITER));
-      Color median = inks.hatches() ? Inks.contrast(color) : ink;
-      g.setPaint(median);
+      g.setPaint(ink);
       g.draw(line(frame, box.p0, n.median(), box.p1, n.median()));
       g.setPaint(ink);
       g.setStroke(new BasicStroke((float) (1.1 * factor)));
@@ -79,6 +78,11 @@ final class BoxLayer extends Layer {
         g.draw(dot(frame, middle, outlier));
       }
     }
+  }
+
+  /** Boxes are lighter than their colour, so that the median stands out. */
+  static Color surface(Color color, Style style) {
+    return Inks.mix(color, style.background, 0.45);
   }
 
   private Shape line(Frame frame, double p0, double v0, double p1, double v1) {

@@ -23,6 +23,7 @@ final class Formats {
   private static final double LARGEST_PLAIN = 1e15;
   private static final double SMALLEST_PLAIN = 1e-5;
   private static final int TOOLTIP_DIGITS = 6;
+  private static final int LABEL_DIGITS = 4;
 
   private final Locale locale;
   private final NumberFormat number;
@@ -93,6 +94,31 @@ final class Formats {
     int whole = (int) Math.floor(Math.log10(size)) + 1;
     int digits = Math.max(TOOLTIP_DIGITS, whole);
     return number.format(new BigDecimal(value).round(new MathContext(digits)));
+  }
+
+  /** A value for a label in the picture: about four digits. */
+  String shortNumber(double value) {
+    double size = Math.abs(value);
+    if (size >= COMPACT_FROM || size < SMALLEST_PLAIN) {
+      return size >= COMPACT_FROM && size < LARGEST_PLAIN ? compact(value) : number(value);
+    }
+    int whole = (int) Math.floor(Math.log10(size)) + 1;
+    int digits = Math.max(LABEL_DIGITS, whole);
+    return number.format(new BigDecimal(value).round(new MathContext(digits)));
+  }
+
+  private String compact(double value) {
+    NumberFormat format = NumberFormat.getCompactNumberInstance(locale, NumberFormat.Style.SHORT);
+    format.setMaximumFractionDigits(2);
+    return format.format(value);
+  }
+
+  /** A share for a label, never rounded down to nothing. */
+  String shareLabel(double value) {
+    if (value > 0 && value < 0.001) {
+      return "<" + share(0.001, 1);
+    }
+    return share(value, value < 0.0095 ? 1 : 0);
   }
 
   /** A share from 0 to 1 as percentage. */

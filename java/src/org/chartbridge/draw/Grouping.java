@@ -135,7 +135,7 @@ final class Grouping {
     }
     Column column = element.labelColumn;
     group.label = column.kind() == ColumnKind.CATEGORY
-        ? plan.text(column.text(row)) : plan.format(label, column, column.number(row));
+        ? plan.text(column.text(row)) : plan.formatShort(label, column, column.number(row));
   }
 
   private void add(Sums entry, int row) {
@@ -167,7 +167,7 @@ final class Grouping {
     group.colorValue = entry.color == null ? group.colorValue : entry.color.result();
     group.size = entry.size == null ? group.size : entry.size.result();
     if (entry.label != null && !Double.isNaN(entry.label.result())) {
-      group.label = plan.format(element.element.label(), element.labelColumn, entry.label.result());
+      group.label = plan.formatShort(element.element.label(), element.labelColumn, entry.label.result());
     }
     boolean gap = keepGaps && Double.isNaN(group.measure(element.horizontal));
     boolean unplaced = Double.isNaN(group.x) || Double.isNaN(group.y) && !gap;

@@ -8,6 +8,9 @@ import java.util.Map;
 
 /** Cells coloured by a value. */
 final class HeatmapLayer extends Layer {
+  /** Cells overlap by a hair, so that no ground shines through between them. */
+  private static final double SEAM = 1e-5;
+
   private final List<Group> groups;
   private final CellAxis xCells;
   private final CellAxis yCells;
@@ -35,7 +38,11 @@ final class HeatmapLayer extends Layer {
   private Rectangle2D rect(Frame frame, Group group) {
     Rectangle2D rect = frame.rect(false, xCells.lower(group.x), xCells.upper(group.x),
         yCells.lower(group.y), yCells.upper(group.y));
-    return rect == null || rect.getHeight() <= 0 ? null : rect;
+    if (rect == null || rect.getHeight() <= 0) {
+      return null;
+    }
+    return new Rectangle2D.Double(rect.getX() - SEAM, rect.getY() - SEAM,
+        rect.getWidth() + 2 * SEAM, rect.getHeight() + 2 * SEAM);
   }
 
   @Override

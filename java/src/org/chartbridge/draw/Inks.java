@@ -40,7 +40,7 @@ final class Inks {
       return color;
     }
     double part = Math.min(0.75, 0.25 + 0.2 * ((round + 1) / 2));
-    return mix(color, round % 2 == 1 ? style.background : style.text, part);
+    return mix(color, round % 2 == 1 ? style.text : style.background, part);
   }
 
   static Color mix(Color a, Color b, double part) {

@@ -20,6 +20,7 @@ final class LabelPlacer {
   private final Rectangle2D area;
   private final double gap;
   private final List<Placed> placed = new ArrayList<>();
+  private final List<Rectangle2D> obstacles = new ArrayList<>();
 
   LabelPlacer(Plan plan, Rectangle2D area) {
     type = plan.type;
@@ -76,6 +77,13 @@ final class LabelPlacer {
     }
   }
 
+  /** Keeps labels off a marker. */
+  void avoid(Rectangle2D marker) {
+    if (obstacles.size() < MOST) {
+      obstacles.add(marker);
+    }
+  }
+
   private double height() {
     return font.getSize2D() * 1.1;
   }
@@ -86,6 +94,11 @@ final class LabelPlacer {
     }
     for (Placed other : placed) {
       if (other.box.intersects(box)) {
+        return false;
+      }
+    }
+    for (Rectangle2D obstacle : obstacles) {
+      if (obstacle.intersects(box)) {
         return false;
       }
     }

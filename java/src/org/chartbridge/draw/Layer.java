@@ -34,6 +34,11 @@ abstract class Layer {
 
   abstract void draw(Graphics2D g, Frame frame);
 
+  /** How far marks within the panel may reach beyond its ends, in pixels. */
+  double reach() {
+    return 0;
+  }
+
   /** The texts of the label channel, to be placed when all layers are drawn. */
   void labels(Frame frame, LabelPlacer placer) {}
 

@@ -82,10 +82,8 @@ final class LayerFactory {
         names.add("\"" + column.name() + "\"");
       }
     }
-    String rows = source.plan().table.rowCount() == 0
-        ? "the data has no rows" : "no row has a value in all of " + String.join(", ", names);
-    return new org.chartbridge.chart.ChartException(
-        element.name() + " has nothing to draw: " + rows + ".");
+    return new org.chartbridge.chart.ChartException(element.name()
+        + " has nothing to draw: no row has a value in all of " + String.join(", ", names) + ".");
   }
 
   private void checkLog(double value, AxisData axis, Column column) {

@@ -2,6 +2,7 @@
 package org.chartbridge.draw;
 
 import java.awt.Graphics2D;
+import java.awt.Shape;
 import java.awt.geom.Rectangle2D;
 import org.jfree.chart.axis.ValueAxis;
 import org.jfree.chart.plot.CrosshairState;
@@ -19,10 +20,16 @@ final class LayerRenderer extends AbstractXYItemRenderer {
 
   private final transient Layer layer;
   private final transient Frame frame;
+  private transient Shape outer;
 
   LayerRenderer(Layer layer, Frame frame) {
     this.layer = layer;
     this.frame = frame;
+  }
+
+  /** The clip around the panel: marks at its ends reach a little beyond it, and the chart library would cut them. */
+  void setOuterClip(Shape clip) {
+    outer = clip;
   }
 
   static XYDataset dataset() {
@@ -43,6 +50,14 @@ final class LayerRenderer extends AbstractXYItemRenderer {
   public void drawItem(Graphics2D g, XYItemRendererState state, Rectangle2D area,
       PlotRenderingInfo info, XYPlot plot, ValueAxis domainAxis, ValueAxis rangeAxis, XYDataset data,
       int series, int item, CrosshairState crosshair, int pass) {
+    Shape inner = g.getClip();
+    double reach = layer.reach();
+    if (reach > 0) {
+      g.setClip(outer);
+      g.clip(new Rectangle2D.Double(area.getX() - reach, area.getY() - reach,
+          area.getWidth() + 2 * reach, area.getHeight() + 2 * reach));
+    }
     layer.draw(g, frame);
+    g.setClip(inner);
   }
 }

@@ -214,7 +214,7 @@ final class LegendBox {
       return List.of(Tick.of(min, plan.format(scale.channel, scale.column, min)),
           Tick.of(max, plan.format(scale.channel, scale.column, max)));
     }
-    double rough = (max - min) / Math.max(2, length / (below ? 50 * type.factor : line * 1.8));
+    double rough = (max - min) / Math.max(2, length / (below ? 50 * type.factor : line * 1.35));
     List<Tick> ticks = Ticks.linear(min, max, rough, (list, step) -> !below
         || type.width(list.get(list.size() - 1).lines(), font) + gap * 1.5 < step / (max - min) * length,
         plan.formats::ticks);

@@ -72,8 +72,9 @@ final class LegendBuilder {
     return entries;
   }
 
-  private static LegendBox.Entry entry(
-      String text, Color color, int ink, List<ElementPlan> users) {
+  private LegendBox.Entry entry(String text, Color full, int ink, List<ElementPlan> users) {
+    boolean boxes = users.stream().allMatch(e -> e.kind == ElementKind.BOX);
+    Color color = boxes ? BoxLayer.surface(full, plan.style) : full;
     boolean line = users.stream().anyMatch(e -> e.kind == ElementKind.LINE);
     boolean point = users.stream().anyMatch(e -> e.kind == ElementKind.POINT);
     boolean surface =
@@ -105,17 +106,20 @@ final class LegendBuilder {
   private LegendBox.Block sizeBlock(ElementPlan element, PointLayer.SizeScale scale) {
     List<Double> values = new ArrayList<>();
     List<String> texts = new ArrayList<>();
-    double step = scale.largest() > 0 ? Ticks.step(scale.largest() / 2.01) : 1;
-    double top = Math.floor(scale.largest() / step + 1e-9) * step;
-    for (double value : new double[] {top, top / 2, top / 10}) {
-      if (value > 0) {
-        values.add(value);
-        texts.add(plan.format(element.element.size(), element.sizeColumn, value));
+    double span = scale.largest() - scale.smallest();
+    if (span > 0) {
+      values.addAll(Ticks.multiples(scale.smallest(), scale.largest(), Ticks.step(span / 4)));
+    }
+    if (values.size() < 2) {
+      values.clear();
+      values.add(scale.largest());
+      if (span > 0) {
+        values.add(0, scale.smallest());
       }
     }
-    if (values.isEmpty()) {
-      values.add(0.0);
-      texts.add(plan.formats.number(0));
+    java.util.Collections.reverse(values);
+    for (double value : values) {
+      texts.add(plan.formatShort(element.element.size(), element.sizeColumn, value));
     }
     return new LegendBox.Block(plan.label(element.element.size()), List.of(), null,
         new LegendBox.Sizes(scale, values, texts));

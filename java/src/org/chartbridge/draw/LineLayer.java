@@ -35,6 +35,11 @@ final class LineLayer extends Layer {
   }
 
   @Override
+  double reach() {
+    return plan.style.lineWidth * plan.type.factor / 2;
+  }
+
+  @Override
   void draw(Graphics2D g, Frame frame) {
     for (List<Group> line : lines.values()) {
       Group first = line.get(0);

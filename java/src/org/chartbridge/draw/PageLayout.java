@@ -310,10 +310,13 @@ final class PageLayout {
         AxisScale scale = data.scale(extents.get(panel), used.get(panel), 0);
         AxisLabels fitted =
             new AxisLabels.Fitter(plan, data, scale, length, mostDepth, roomBefore).fit();
+        double before = 0;
         double step = AxisLabels.step(fitted, scale);
-        if (step > 0) {
+        for (int i = 0; i < 4 && step > before; i++) {
           scale = data.scale(extents.get(panel), used.get(panel), step);
           fitted = new AxisLabels.Fitter(plan, data, scale, length, mostDepth, roomBefore).fit();
+          before = step;
+          step = AxisLabels.step(fitted, scale);
         }
         scales.add(scale);
         labels.add(fitted);

@@ -6,6 +6,7 @@ import java.awt.Graphics2D;
 import java.awt.RenderingHints;
 import java.awt.geom.Line2D;
 import java.awt.geom.Rectangle2D;
+import java.util.ArrayList;
 import java.util.List;
 import org.jfree.chart.axis.AxisSpace;
 import org.jfree.chart.plot.DatasetRenderingOrder;
@@ -20,6 +21,7 @@ final class PanelPlot {
   private final PlotAxis xAxis;
   private final PlotAxis yAxis;
   private final XYPlot plot;
+  private final List<LayerRenderer> renderers = new ArrayList<>();
   private final boolean zeroLineX;
   private final boolean zeroLineY;
 
@@ -60,16 +62,23 @@ final class PanelPlot {
     plot.setRangeGridlineStroke(stroke);
     for (int i = 0; i < layers.size(); i++) {
       plot.setDataset(i, LayerRenderer.dataset());
-      plot.setRenderer(i, new LayerRenderer(layers.get(i), frame), false);
+      LayerRenderer renderer = new LayerRenderer(layers.get(i), frame);
+      renderers.add(renderer);
+      plot.setRenderer(i, renderer, false);
     }
   }
 
   void draw(Graphics2D g) {
     g.setRenderingHint(RenderingHints.KEY_STROKE_CONTROL, RenderingHints.VALUE_STROKE_NORMALIZE);
     Rectangle2D area = frame.area();
+    renderers.forEach(renderer -> renderer.setOuterClip(g.getClip()));
     plot.draw(g, area, null, null, null);
-    xAxis.drawLine(g, area);
-    yAxis.drawLine(g, area);
+    if (!zeroLineY) {
+      xAxis.drawLine(g, area);
+    }
+    if (!zeroLineX) {
+      yAxis.drawLine(g, area);
+    }
     drawZeroLines(g, area);
     LabelPlacer placer = new LabelPlacer(plan, area);
     layers.forEach(layer -> layer.labels(frame, placer));

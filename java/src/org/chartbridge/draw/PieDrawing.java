@@ -21,6 +21,7 @@ final class PieDrawing {
   /** A slice with its angles, clockwise from the top, in degrees. */
   record Slice(Group group, int color, double from, double sweep, double share) {}
 
+  private static final double LEAD = 20;
   private static final double LEAST_INSIDE = 14;
   private static final int MOST_SLICES = 100;
 
@@ -37,8 +38,8 @@ final class PieDrawing {
         java.util.function.DoubleUnaryOperator.identity(),
         java.util.function.DoubleUnaryOperator.identity()).groups());
     if (groups.isEmpty()) {
-      throw new ChartException(element.name() + " has nothing to draw: "
-          + (plan.table.rowCount() == 0 ? "the data has no rows." : "no row has all of its values."));
+      throw new ChartException(
+          element.name() + " has nothing to draw: no row has a value in all of its columns.");
     }
     groups.sort(Comparator.<Group>comparingDouble(group -> group.x).thenComparingInt(group -> group.color));
     for (int panel = 0; panel < source.panels().count(); panel++) {
@@ -113,12 +114,23 @@ final class PieDrawing {
     }
   }
 
-  private Ellipse2D circle(Rectangle2D area, boolean named) {
+  /** The room that the names need on each side. */
+  private double sideRoom(int panel, double width) {
+    double widest = 0;
+    for (Slice slice : pies.get(panel)) {
+      String text = name(slice) + "  " + plan.formats.shareLabel(slice.share);
+      widest = Math.max(widest, plan.type.width(text, plan.type.legend));
+    }
+    double lead = LEAD * plan.type.factor;
+    return Math.max(60 * plan.type.factor, Math.min(widest + lead + 6, width * 0.32));
+  }
+
+  private Ellipse2D circle(int panel, Rectangle2D area, boolean named) {
     double side = Math.min(area.getWidth(), area.getHeight());
     double diameter = side;
     if (named) {
       double rim = plan.type.lineHeight(plan.type.legend) * 1.3;
-      double least = 84 * plan.type.factor;
+      double least = sideRoom(panel, area.getWidth());
       diameter = Math.min(area.getHeight() - 2 * rim, area.getWidth() - 2 * least);
       diameter = Math.max(diameter, side * 0.35);
     }
@@ -132,7 +144,7 @@ final class PieDrawing {
   }
 
   void draw(Graphics2D g, int panel, Rectangle2D area, boolean named) {
-    Ellipse2D circle = circle(area, named);
+    Ellipse2D circle = circle(panel, area, named);
     for (Slice slice : pies.get(panel)) {
       source.inks().fill(g, slice.sweep >= 360 ? circle : arc(circle, slice), color(slice),
           element.fill == null ? slice.color : -1);
@@ -194,11 +206,11 @@ final class PieDrawing {
       Graphics2D g, List<Slice> slices, Rectangle2D area, Ellipse2D circle, boolean right) {
     Font font = plan.type.legend;
     double r = circle.getWidth() / 2;
-    double lead = 20 * plan.type.factor;
+    double lead = LEAD * plan.type.factor;
     double room = (area.getWidth() - circle.getWidth()) / 2 - lead - 4;
     List<Name> names = new ArrayList<>();
     for (Slice slice : slices) {
-      String share = plan.formats.share(slice.share, slice.share < 0.0095 ? 1 : 0);
+      String share = plan.formats.shareLabel(slice.share);
       String oneLine = name(slice) + "  " + share;
       List<String> lines = new ArrayList<>();
       if (plan.type.width(oneLine, font) <= room) {
@@ -275,7 +287,7 @@ final class PieDrawing {
   }
 
   void marks(int panel, Rectangle2D area, boolean named, List<Mark> marks) {
-    Ellipse2D circle = circle(area, named);
+    Ellipse2D circle = circle(panel, area, named);
     for (Slice slice : pies.get(panel)) {
       Map<String, String> values = new LinkedHashMap<>();
       if (source.panels().label() != null) {

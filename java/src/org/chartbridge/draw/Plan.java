@@ -74,6 +74,12 @@ final class Plan {
     return formats.number(value);
   }
 
+  /** A value of a column for a label in the picture. */
+  String formatShort(Channel channel, Column column, double value) {
+    boolean number = column == null || column.kind() != ColumnKind.TIME;
+    return number ? formats.shortNumber(value) : format(channel, column, value);
+  }
+
   /** Whether no time of the column has an hour of its own. */
   boolean isDateOnly(Column column) {
     return dateOnly.computeIfAbsent(column.name(), name -> {

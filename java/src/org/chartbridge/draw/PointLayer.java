@@ -12,16 +12,23 @@ import java.util.List;
 /** Points: one marker for each value. */
 final class PointLayer extends Layer {
   private static final double LARGEST = 28;
-  private static final double SMALLEST = 3;
+  private static final double SMALLEST = 4;
+  private static final double LARGEST_IN_CROWD = 11;
+  private static final int CROWD = 150;
   private static final int MANY = 2000;
 
   private final List<Group> groups;
   private final SizeScale sizes;
 
-  /** The largest value of the size channel, which gets the largest marker. */
-  record SizeScale(double largest, double diameter) {
+  /** Areas of markers, growing evenly from the smallest to the largest value of the size channel. */
+  record SizeScale(double smallest, double largest, double smallestDiameter, double diameter) {
     double diameter(double value) {
-      return largest <= 0 ? SMALLEST : Math.max(SMALLEST, diameter * Math.sqrt(value / largest));
+      if (largest <= smallest) {
+        return (smallestDiameter + diameter) / 2;
+      }
+      double share = (value - smallest) / (largest - smallest);
+      double least = smallestDiameter * smallestDiameter;
+      return Math.sqrt(least + share * (diameter * diameter - least));
     }
   }
 
@@ -38,16 +45,21 @@ final class PointLayer extends Layer {
     if (element.element.size() == null) {
       return null;
     }
-    double largest = 0;
+    double largest = Double.NEGATIVE_INFINITY;
+    double smallest = Double.POSITIVE_INFINITY;
     for (Group group : groups) {
       if (group.size < 0) {
         throw element.error("size", "the value " + Formats.plain(group.size)
             + " is negative; sizes must not be below 0.");
       }
       largest = Math.max(largest, group.size);
+      smallest = Math.min(smallest, group.size);
     }
     double shrink = Math.max(0.4, 1 / Math.sqrt(Math.sqrt(panels)));
-    return new SizeScale(largest, LARGEST * plan.type.factor * shrink);
+    double crowd = Math.min(1, Math.pow((double) CROWD * panels / groups.size(), 0.4));
+    double diameter = Math.max(LARGEST_IN_CROWD, LARGEST * crowd) * shrink;
+    return new SizeScale(
+        smallest, largest, SMALLEST * plan.type.factor, diameter * plan.type.factor);
   }
 
   @Override
@@ -78,6 +90,12 @@ final class PointLayer extends Layer {
   }
 
   @Override
+  double reach() {
+    double largest = sizes == null ? plan.style.markerSize * plan.type.factor : sizes.diameter();
+    return largest;
+  }
+
+  @Override
   void draw(Graphics2D g, Frame frame) {
     Stamps stamps = Stamps.on(g);
     Color edge = edge();
@@ -87,7 +105,7 @@ final class PointLayer extends Layer {
     }
     List<Group> large = new ArrayList<>();
     for (Group group : groups) {
-      if (!Stamps.fits(diameter(group), stamps.scale())) {
+      if (inSight(frame, group) && !Stamps.fits(diameter(group), stamps.scale())) {
         large.add(group);
       }
     }
@@ -95,7 +113,7 @@ final class PointLayer extends Layer {
     stamps.begin();
     for (Group group : groups) {
       double diameter = diameter(group);
-      if (Stamps.fits(diameter, stamps.scale())) {
+      if (inSight(frame, group) && Stamps.fits(diameter, stamps.scale())) {
         double rounded = Math.round(diameter * 4) / 4.0;
         stamps.draw(shape(group), rounded, color(group), edge, frame.px(group.x), frame.py(group.y));
       }
@@ -103,8 +121,16 @@ final class PointLayer extends Layer {
     stamps.end();
   }
 
+  private static boolean inSight(Frame frame, Group group) {
+    return frame.shows(frame.px(group.x), frame.py(group.y));
+  }
+
   private void drawShapes(Graphics2D g, Frame frame, Color edge) {
-    groups.forEach(group -> drawShape(g, frame, group, edge));
+    for (Group group : groups) {
+      if (inSight(frame, group)) {
+        drawShape(g, frame, group, edge);
+      }
+    }
   }
 
   private void drawShape(Graphics2D g, Frame frame, Group group, Color edge) {
@@ -128,8 +154,16 @@ final class PointLayer extends Layer {
 
   @Override
   void labels(Frame frame, LabelPlacer placer) {
+    if (element.element.label() == null) {
+      return;
+    }
     for (Group group : groups) {
-      if (group.label != null) {
+      if (inSight(frame, group)) {
+        placer.avoid(circle(frame.px(group.x), frame.py(group.y), diameter(group)).getBounds2D());
+      }
+    }
+    for (Group group : groups) {
+      if (group.label != null && inSight(frame, group)) {
         placer.beside(group.label, frame.px(group.x), frame.py(group.y), diameter(group) / 2);
       }
     }

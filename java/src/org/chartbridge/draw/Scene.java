@@ -30,6 +30,11 @@ final class Scene {
     if (plan.chart.elements().isEmpty()) {
       throw new ChartException("The chart has no element; add one, for example a bar.");
     }
+    if (plan.table.rowCount() == 0) {
+      throw new ChartException("Element 1 ("
+          + plan.chart.elements().get(0).kind().name().toLowerCase(java.util.Locale.ROOT)
+          + ") has nothing to draw: the data has no rows.");
+    }
     for (Element element : plan.chart.elements()) {
       elements.add(new ElementPlan(plan, elements.size(), element));
     }

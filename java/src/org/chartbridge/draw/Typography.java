@@ -49,7 +49,7 @@ final class Typography {
   /** Type grows slower than the picture, so that small ones stay readable and large ones do not shout. */
   private static double factor(int width, int height) {
     double ratio = Math.min(width / 800.0, height / 600.0);
-    return ratio < 1 ? Math.max(0.74, Math.pow(ratio, 0.22)) : Math.pow(ratio, 0.62);
+    return ratio < 1 ? Math.max(0.74, Math.pow(ratio, 0.22)) : Math.pow(ratio, 0.75);
   }
 
   private Font font(Style style, int weight, double size) {
