@@ -48,7 +48,7 @@ final class EnsembleText {
 
   private static String line(Ensemble ensemble, Ensemble.Segment segment, int number,
       TreeModel tree, NumberText numbers) {
-    StringBuilder text = new StringBuilder("Part " + number + " in a " + joining(ensemble));
+    StringBuilder text = new StringBuilder("Part " + number + " of a " + joining(ensemble));
     if (segment.weight() != 1) {
       text.append(", weight ").append(numbers.number(segment.weight()));
     }

@@ -32,6 +32,8 @@ final class NodeBox {
   final double boxHeight;
   final double badgeWidth;
   final double badgeHeight;
+  /** The length of the line between the box and the badge. */
+  final double badgeStem;
 
   private final Scene scene;
   private final TreeStyle style;
@@ -63,6 +65,7 @@ final class NodeBox {
     badge = hidden == 0 ? "" : "+" + scene.numbers.count(hidden);
     badgeWidth = hidden == 0 ? 0
         : Math.ceil(TreeStyle.width(badge, badgeFont()) + 12 * unit);
+    badgeStem = hidden == 0 ? 0 : Math.round(7 * unit);
     badgeHeight = hidden == 0 ? 0 : Math.ceil(TreeStyle.lineHeight(badgeFont()) + 2 * unit);
   }
 
@@ -243,8 +246,13 @@ final class NodeBox {
     return area.getX() + area.getWidth() * Math.min(1, Math.max(0, share));
   }
 
-  /** Draws the badge around a point. */
-  void drawBadge(Graphics2D g, double centerX, double centerY) {
+  /** Draws the badge around a point, with the line that leads to it. */
+  void drawBadge(Graphics2D g, double centerX, double centerY, boolean leftToRight) {
+    double x = leftToRight ? centerX - badgeWidth / 2 - badgeStem : centerX;
+    double y = leftToRight ? centerY : centerY - badgeHeight / 2 - badgeStem;
+    g.setColor(style.line);
+    g.setStroke(new BasicStroke((float) (1.2 * unit)));
+    g.draw(new Line2D.Double(x, y, centerX, centerY));
     drawBadge(g, style, unit, badge, badgeFont(), centerX, centerY, badgeWidth, badgeHeight);
   }
 

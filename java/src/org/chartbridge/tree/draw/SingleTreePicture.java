@@ -214,8 +214,9 @@ final class SingleTreePicture implements TreePicture {
     }
     node.box.drawBox(g, node.x, node.y);
     if (node.box.hidden > 0) {
-      Rectangle2D badge = node.badgeArea(scene.display.leftToRight());
-      node.box.drawBadge(g, badge.getCenterX(), badge.getCenterY());
+      boolean turned = scene.display.leftToRight();
+      Rectangle2D badge = node.badgeArea(turned);
+      node.box.drawBadge(g, badge.getCenterX(), badge.getCenterY(), turned);
     }
   }
 

@@ -43,10 +43,11 @@ final class TreeLayout {
 
     /** The area of the badge; empty without one. */
     Rectangle2D badgeArea(boolean leftToRight) {
-      double centerX = leftToRight ? x + box.boxWidth : x + box.boxWidth / 2;
-      double centerY = leftToRight ? y + box.boxHeight / 2 : y + box.boxHeight;
-      return new Rectangle2D.Double(centerX - box.badgeWidth / 2, centerY - box.badgeHeight / 2,
-          box.badgeWidth, box.badgeHeight);
+      double left = leftToRight
+          ? x + box.boxWidth + box.badgeStem : x + (box.boxWidth - box.badgeWidth) / 2;
+      double top = leftToRight
+          ? y + (box.boxHeight - box.badgeHeight) / 2 : y + box.boxHeight + box.badgeStem;
+      return new Rectangle2D.Double(left, top, box.badgeWidth, box.badgeHeight);
     }
   }
 
@@ -161,8 +162,8 @@ final class TreeLayout {
 
   private double boxLength(NodeBox box) {
     return leftToRight
-        ? box.boxWidth + box.badgeWidth / 2
-        : box.boxHeight + box.badgeHeight / 2;
+        ? box.boxWidth + box.badgeStem + box.badgeWidth
+        : box.boxHeight + box.badgeStem + box.badgeHeight;
   }
 
   private void put(Placed node, double center, double levelStart, double boxStart) {

@@ -29,9 +29,11 @@ public final class PmmlReader {
   private static final int NULL_PREDICTION = 0;
 
   /** What models hand down to those within them. */
-  private record Scope(FieldCatalog fields, String targetField, List<Predicate> conditions) {
-    Scope with(FieldCatalog newFields, String newTarget) {
-      return new Scope(newFields, newTarget == null ? targetField : newTarget, conditions);
+  private record Scope(
+      FieldCatalog fields, String targetField, String output, List<Predicate> conditions) {
+    Scope with(Common common) {
+      return new Scope(common.fields, common.target == null ? targetField : common.target,
+          common.output == null ? output : common.output, conditions);
     }
 
     Scope under(Predicate condition) {
@@ -39,7 +41,7 @@ public final class PmmlReader {
       if (!(condition instanceof Predicate.Constant constant && constant.value())) {
         all.add(condition);
       }
-      return new Scope(fields, targetField, all);
+      return new Scope(fields, targetField, output, all);
     }
   }
 
@@ -89,7 +91,7 @@ public final class PmmlReader {
     int offset = in.offset();
     String version = version();
     FieldCatalog fields = new FieldCatalog(null);
-    Scope scope = new Scope(fields, null, List.of());
+    Scope scope = new Scope(fields, null, null, List.of());
     List<ModelPart> models = new ArrayList<>();
     while (in.nextChild()) {
       switch (in.name()) {
@@ -222,14 +224,14 @@ public final class PmmlReader {
     if (root == null) {
       throw in.error(offset, "the tree has no <Node>");
     }
-    Scope scope = outer.with(common.fields, common.target);
+    Scope scope = outer.with(common);
     // A tree that predicts numbers within a classification predicts something else than the class.
     Field target = scope.targetField() == null ? null : scope.fields().find(scope.targetField());
     boolean ownTarget = common.target != null || classification || target == null
         || target.continuous();
     String targetField = ownTarget ? scope.targetField() : null;
     TreeModel tree = new TreeModel(trees.size() + 1, name, classification, targetField,
-        targetLabel(scope.fields(), targetField, common.output), classes(scope.fields(), targetField,
+        targetLabel(scope.fields(), targetField, scope.output()), classes(scope.fields(), targetField,
         classification), missing, lastPrediction, scope.conditions(), scope.fields(), root);
     trees.add(tree);
     return tree;
@@ -254,7 +256,7 @@ public final class PmmlReader {
     String method = "model";
     List<Ensemble.Segment> segments = new ArrayList<>();
     while (in.nextChild()) {
-      Scope scope = outer.with(common.fields, common.target);
+      Scope scope = outer.with(common);
       switch (in.name()) {
         case "Segmentation" -> {
           method = in.required("multipleModelMethod");
@@ -269,7 +271,7 @@ public final class PmmlReader {
         }
       }
     }
-    String target = targetLabel(common.fields, outer.with(common.fields, common.target).targetField(),
+    String target = targetLabel(common.fields, outer.with(common).targetField(),
         null);
     String label = common.output != null && common.target == null ? common.output : target;
     return new Ensemble(name, method, label, segments);
