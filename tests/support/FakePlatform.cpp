@@ -92,6 +92,7 @@ TeskJVM* TeskJVM::GetInstance() {
 }
 
 CriticalSection& TeskJVM::CritSect() {
+  const KitScope kit;
   static CriticalSection section;
   return section;
 }
