@@ -46,6 +46,7 @@ final class VersionOne {
 
   private final XmlElement old;
   private final Map<String, XmlElement> parts = new HashMap<>();
+  private final Map<String, List<XmlComment>> commentsBefore = new HashMap<>();
   private final List<XmlComment> comments = new ArrayList<>();
 
   private VersionOne(XmlElement old) {
@@ -82,17 +83,15 @@ final class VersionOne {
     checkOrder(in);
     readParts();
     chart.with("style", parts.containsKey("style-name") ? parts.get("style-name").attribute("value") : null);
-    chart.with(part("titles")).with(part("columns"));
-    chart.with(axes.content().isEmpty() ? null : axes);
-    for (String name : List.of("elements", "legend", "facet", "palette")) {
-      chart.with(part(name));
+    if (!axes.content().isEmpty()) {
+      parts.put("axes", axes);
+    }
+    for (String name : List.of("titles", "columns", "axes", "elements", "legend", "facet", "palette")) {
+      commentsBefore.getOrDefault(name, List.of()).forEach(chart::with);
+      chart.with(parts.get(name));
     }
     comments.forEach(chart::with);
     return chart;
-  }
-
-  private XmlElement part(String name) {
-    return parts.get(name);
   }
 
   private void size(AttributeReader in, XmlElement chart) {
@@ -161,15 +160,24 @@ final class VersionOne {
     }
   }
 
-  /** Adds an element to a group, which stands where its first one stands; comments in front of it come along. */
+  /** Adds an element to a group; comments in front of it come along. */
   private void add(String group, XmlElement place, XmlElement element) {
-    XmlElement parent = parts.computeIfAbsent(group, name -> renamed(place, name));
+    XmlElement parent = group(group, place);
     moveComments(parent);
     parent.with(element);
   }
 
+  /** A group stands where its first element stood; comments in front of that stand in front of the group. */
+  private XmlElement group(String name, XmlElement place) {
+    if (!parts.containsKey(name)) {
+      put(name, renamed(place, name));
+    }
+    return parts.get(name);
+  }
+
   private void put(String name, XmlElement element) {
-    moveComments(element);
+    commentsBefore.put(name, List.copyOf(comments));
+    comments.clear();
     parts.put(name, element);
   }
 
@@ -193,7 +201,7 @@ final class VersionOne {
   }
 
   private void title(XmlElement element, String attribute) {
-    XmlElement titles = parts.computeIfAbsent("titles", name -> renamed(element, name));
+    XmlElement titles = group("titles", element);
     moveComments(titles);
     copyComments(element, titles);
     titles.with(attribute, collapsedText(element));

@@ -55,16 +55,7 @@ final class Clauses {
         throw cursor.expected(actions.keySet());
       }
       action.run();
-    } while (takeSeparator());
+    } while (cursor.takeSeparator());
   }
 
-  private boolean takeSeparator() {
-    boolean comma = cursor.takeSign(",");
-    boolean lineBreak = cursor.peek().kind() == TokenKind.BREAK;
-    cursor.takeBreak();
-    if (!comma && !lineBreak && !cursor.peek().endsStatement()) {
-      throw cursor.error("expected \",\" or the end of the line");
-    }
-    return comma || lineBreak;
-  }
 }

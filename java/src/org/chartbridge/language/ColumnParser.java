@@ -37,11 +37,8 @@ final class ColumnParser {
       place(".pattern");
       pattern = cursor.text().text();
     }
-    boolean more = cursor.takeSign(",") || cursor.peek().kind() == TokenKind.BREAK;
-    if (more) {
+    if (cursor.takeSeparator()) {
       new Clauses(cursor).add("label", this::readLabel).read();
-    } else if (!cursor.peek().endsStatement()) {
-      throw cursor.error("expected \",\" or the end of the line");
     }
     return new ColumnDeclaration(name, kind, label, pattern, order);
   }

@@ -104,6 +104,18 @@ final class Cursor {
     }
   }
 
+  /** What stands between two clauses: a comma, a line break, or both. False at the end of the statement. */
+  boolean takeSeparator() {
+    boolean lineBreak = peek().kind() == TokenKind.BREAK;
+    takeBreak();
+    boolean comma = takeSign(",");
+    takeBreak();
+    if (!comma && !lineBreak && !peek().endsStatement()) {
+      throw error("expected \",\" or the end of the line");
+    }
+    return comma || lineBreak;
+  }
+
   /** A text in quotes. */
   Token text() {
     return take(TokenKind.TEXT, "a text in quotes");

@@ -7,6 +7,7 @@ import java.util.Map;
 import java.util.TreeMap;
 import org.chartbridge.chart.Axis;
 import org.chartbridge.chart.Chart;
+import org.chartbridge.chart.ChartException;
 import org.chartbridge.chart.ChartPlaces;
 import org.chartbridge.chart.ChartRules;
 import org.chartbridge.chart.ChartSize;
@@ -70,7 +71,7 @@ final class GraphParser {
     }
     if (!problems.isEmpty()) {
       List<String> lines = new ArrayList<>();
-      problems.forEach((position, message) -> lines.add(position + ": " + message));
+      problems.forEach((position, message) -> lines.add(ChartException.oneLine(position + ": " + message)));
       throw new GraphLanguageException(lines, problems.size() < MAX_PROBLEMS);
     }
     return chart;
@@ -79,14 +80,22 @@ final class GraphParser {
   private void readStatement() {
     try {
       statement();
-      if (!cursor.peek().endsStatement()) {
-        throw cursor.error("expected the end of the line");
-      }
-      cursor.take();
+      endStatement();
     } catch (SyntaxError e) {
       problems.putIfAbsent(cursor.position(e.offset), e.getMessage());
       cursor.skipStatement();
     }
+  }
+
+  private void endStatement() {
+    if (cursor.peek().kind() == TokenKind.BREAK) {
+      cursor.take();
+      throw cursor.error("but the statement above is complete; do not indent the line of the next one");
+    }
+    if (!cursor.peek().endsStatement()) {
+      throw cursor.error("expected the end of the line");
+    }
+    cursor.take();
   }
 
   private void checkMeaning(Chart chart) {

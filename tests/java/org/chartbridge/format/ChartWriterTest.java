@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: Apache-2.0
+package org.chartbridge.format;
+
+import static java.nio.charset.StandardCharsets.UTF_8;
+import static org.junit.jupiter.api.Assertions.assertArrayEquals;
+import static org.junit.jupiter.api.Assertions.assertEquals;
+import static org.junit.jupiter.api.Assertions.assertThrows;
+
+import java.util.EnumMap;
+import java.util.EnumSet;
+import java.util.List;
+import java.util.Map;
+import java.util.Set;
+import org.chartbridge.chart.Aggregate;
+import org.chartbridge.chart.Arrangement;
+import org.chartbridge.chart.Axis;
+import org.chartbridge.chart.Channel;
+import org.chartbridge.chart.Chart;
+import org.chartbridge.chart.ChartException;
+import org.chartbridge.chart.ChartRules;
+import org.chartbridge.chart.ChartSize;
+import org.chartbridge.chart.ColumnDeclaration;
+import org.chartbridge.chart.ColumnKind;
+import org.chartbridge.chart.Element;
+import org.chartbridge.chart.ElementKind;
+import org.chartbridge.chart.Facet;
+import org.chartbridge.chart.Legend;
+import org.chartbridge.chart.LegendPosition;
+import org.chartbridge.chart.ScaleKind;
+import org.chartbridge.chart.Titles;
+import org.junit.jupiter.api.Test;
+
+class ChartWriterTest {
+  private static final int CHARTS = 3_000;
+
+  @Test
+  void readsBackEveryChartAsItWas() {
+    RandomCharts charts = new RandomCharts(42);
+    for (int i = 0; i < CHARTS; i++) {
+      Chart chart = charts.next();
+      byte[] xml = ChartWriter.write(chart);
+      Chart read = assertReads(xml);
+      assertEquals(chart, read, () -> new String(xml, UTF_8));
+      assertArrayEquals(xml, ChartWriter.write(read));
+    }
+  }
+
+  @Test
+  void theRandomChartsCoverTheModel() {
+    RandomCharts charts = new RandomCharts(42);
+    Map<ElementKind, Integer> kinds = new EnumMap<>(ElementKind.class);
+    Set<Aggregate> aggregates = EnumSet.noneOf(Aggregate.class);
+    Set<Arrangement> arrangements = EnumSet.noneOf(Arrangement.class);
+    Set<ScaleKind> scales = EnumSet.noneOf(ScaleKind.class);
+    for (int i = 0; i < CHARTS; i++) {
+      Chart chart = charts.next();
+      scales.add(chart.x().scale());
+      for (Element element : chart.elements()) {
+        kinds.merge(element.kind(), 1, Integer::sum);
+        if (element.y() != null) {
+          aggregates.add(element.y().aggregate());
+        }
+        if (element.arrangement() != null) {
+          arrangements.add(element.arrangement());
+        }
+      }
+    }
+    for (ElementKind kind : ElementKind.values()) {
+      assertEquals(true, kinds.getOrDefault(kind, 0) > 20, () -> kind + " in " + kinds);
+    }
+    assertEquals(EnumSet.allOf(Aggregate.class), aggregates);
+    assertEquals(EnumSet.allOf(Arrangement.class), arrangements);
+    assertEquals(EnumSet.allOf(ScaleKind.class), scales);
+  }
+
+  @Test
+  void refusesExactlyWhatTheRulesRefuse() {
+    RandomCharts charts = new RandomCharts(5);
+    int refused = 0;
+    for (int i = 0; i < CHARTS; i++) {
+      Chart chart = charts.any();
+      if (ChartRules.check(chart).isEmpty()) {
+        assertEquals(chart, assertReads(ChartWriter.write(chart)));
+      } else {
+        refused++;
+        assertThrows(ChartException.class, () -> ChartWriter.write(chart));
+      }
+    }
+    assertEquals(true, refused > CHARTS / 10);
+  }
+
+  private static Chart assertReads(byte[] xml) {
+    try {
+      return ChartReader.read(xml);
+    } catch (ChartException e) {
+      throw new AssertionError(e.getMessage() + "\n" + new String(xml, UTF_8), e);
+    }
+  }
+
+  @Test
+  void writesInCanonicalForm() {
+    Element bar =
+        new Element(
+            ElementKind.BAR, Channel.of("region"), new Channel("sales", Aggregate.SUM), Channel.of("product"), null,
+            null, Arrangement.STACKED, null, null, 0.8);
+    Element histogram =
+        new Element(
+            ElementKind.HISTOGRAM, Channel.of("w"), Channel.count(), null, null, null, null, 20, "#0072b2", 1);
+    Chart chart =
+        new Chart(
+            new ChartSize(900, 600),
+            new Titles("A < B", null, "two\nlines"),
+            List.of(
+                new ColumnDeclaration("region", ColumnKind.CATEGORY, "Région", null, List.of("N", "S")),
+                new ColumnDeclaration("t", ColumnKind.TIME, null, "yyyy", List.of())),
+            new Axis(ScaleKind.TIME, "", 0.0, 86_400_000.5, false, false, "yyyy"),
+            new Axis(ScaleKind.LOG, null, 0.1, null, true, true, null),
+            List.of(bar, histogram),
+            new Legend(LegendPosition.TOP, null),
+            new Facet("t", 2, false, true),
+            "print",
+            List.of("#0072b2"));
+    String expected =
+        """
+        <?xml version="1.0" encoding="UTF-8"?>
+        <chart xmlns="urn:chartbridge:chart:2" width="900" height="600" style="print">
+          <titles title="A &lt; B" caption="two&#10;lines"/>
+          <columns>
+            <column name="region" kind="category" label="Région">
+              <category value="N"/>
+              <category value="S"/>
+            </column>
+            <column name="t" kind="time" pattern="yyyy"/>
+          </columns>
+          <axes>
+            <x scale="time" title="" min="1970-01-01" max="8.64000005E7" grid="false" format="yyyy"/>
+            <y scale="log" min="0.1" reversed="true"/>
+          </axes>
+          <elements>
+            <bar arrangement="stacked" opacity="0.8">
+              <x column="region"/>
+              <y column="sales" aggregate="sum"/>
+              <color column="product"/>
+            </bar>
+            <histogram bins="20" fill="#0072b2">
+              <x column="w"/>
+              <y aggregate="count"/>
+            </histogram>
+          </elements>
+          <legend position="top"/>
+          <facet column="t" columns="2" shared-x="false"/>
+          <palette>
+            <color value="#0072b2"/>
+          </palette>
+        </chart>
+        """;
+    // The region is no time: what is checked here is the writing, so the x axis is exchanged for the check of the rules.
+    assertThrows(ChartException.class, () -> ChartWriter.write(chart));
+    Chart valid =
+        new Chart(
+            chart.size(), chart.titles(), List.of(chart.columns().get(0), chart.columns().get(1)), chart.x(), chart.y(),
+            List.of(new Element(ElementKind.BAR, Channel.of("t"), bar.y(), bar.color(), null, null, Arrangement.STACKED, null,
+                null, 0.8), histogram),
+            chart.legend(), chart.facet(), chart.style(), chart.palette());
+    assertEquals(expected.replace("<x column=\"region\"/>", "<x column=\"t\"/>"), new String(ChartWriter.write(valid), UTF_8));
+  }
+
+  @Test
+  void namesThePartOfAChartThatCannotBeWritten() {
+    Element bar = new Element(ElementKind.BAR, Channel.of("a\u0001"), null, null, null, null, null, null, null, 1);
+    Chart chart =
+        new Chart(
+            ChartSize.DEFAULT, Titles.NONE, List.of(), Axis.DEFAULT, Axis.DEFAULT, List.of(bar), Legend.DEFAULT, null,
+            null, List.of());
+    ChartException error = assertThrows(ChartException.class, () -> ChartWriter.write(chart));
+    assertEquals("elements[0].x: the text holds the character U+0001, which a chart cannot hold", error.getMessage());
+  }
+}
