@@ -324,9 +324,10 @@ final class LegendBox {
     double reserve = swatch + gap + type.width("\u2026 +000", font);
     for (int i = 0; i < entries.size(); i++) {
       Entry entry = entries.get(i);
-      String text = type.cut(entry.text, font, maxWidth - indent - swatch - gap);
-      double needs = swatch + gap + type.width(text, font);
       boolean lastRow = y + line > last + 0.01;
+      double kept = lastRow && i < entries.size() - 1 ? reserve + gap * 2.4 : 0;
+      String text = type.cut(entry.text, font, maxWidth - indent - swatch - gap - kept);
+      double needs = swatch + gap + type.width(text, font);
       double room = lastRow && i < entries.size() - 1 ? maxWidth - reserve : maxWidth;
       if (x > indent && x + needs > room) {
         if (lastRow) {

@@ -11,10 +11,10 @@ import org.chartbridge.chart.LegendPosition;
 
 /**
  * Places titles, legend, axes and panels of a picture. Where a small picture has no room for all, the less important texts give way
- * to the plot: first the caption, then the subtitle, the axis titles, the legend, and the title last.
+ * to the plot: first the caption, then the subtitle, the axis titles, the legend, and the title; at last the texts of ticks and panels.
  */
 final class PageLayout {
-  private static final int LAST_LEVEL = 7;
+  private static final int LAST_LEVEL = 9;
   private static final double LEAST_SHARE = 0.42;
   private static final double LEAST_SHARE_LARGE = 0.3;
 
@@ -42,6 +42,8 @@ final class PageLayout {
   private double bottom;
   private double smallestWidth;
   private double smallestHeight;
+  private boolean tickTexts;
+  private boolean headings;
   private int gridColumns = 1;
   private int gridRows = 1;
 
@@ -73,6 +75,8 @@ final class PageLayout {
     plots.clear();
     pieAreas.clear();
     legend = null;
+    tickTexts = level < 8;
+    headings = scene.panels.label() != null && level < 9;
     left = margin;
     right = width - margin;
     top = margin;
@@ -212,11 +216,11 @@ final class PageLayout {
   }
 
   private double headingHeight() {
-    return scene.panels.label() == null ? 0 : type.lineHeight(type.heading) + gap * 0.3;
+    return !headings ? 0 : type.lineHeight(type.heading) + gap * 0.3;
   }
 
   private void heading(int panel, double x, double y, double room) {
-    if (scene.panels.label() != null) {
+    if (headings) {
       String text = type.cut(scene.panels.name(panel), type.heading, room);
       lines.add(new Line(text, type.heading, false, x, type.baseline(type.heading, y), 0, false));
     }
@@ -325,6 +329,9 @@ final class PageLayout {
 
     double depth() {
       double depth = 0;
+      if (!tickTexts) {
+        return 0;
+      }
       for (AxisLabels label : labels) {
         depth = Math.max(depth, label.depth());
       }
@@ -332,11 +339,11 @@ final class PageLayout {
     }
 
     double before() {
-      return labels.stream().mapToDouble(AxisLabels::before).max().orElse(0);
+      return tickTexts ? labels.stream().mapToDouble(AxisLabels::before).max().orElse(0) : 0;
     }
 
     double after() {
-      return labels.stream().mapToDouble(AxisLabels::after).max().orElse(0);
+      return tickTexts ? labels.stream().mapToDouble(AxisLabels::after).max().orElse(0) : 0;
     }
 
     boolean baseline() {
@@ -423,8 +430,8 @@ final class PageLayout {
     boolean lying = scene.elements.stream().anyMatch(element -> element.horizontal);
     boolean cells = scene.elements.stream()
         .allMatch(element -> element.kind == org.chartbridge.chart.ElementKind.HEATMAP);
-    PlotAxis xAxis = new PlotAxis(plan, true, xScale, xs.labels.get(panel), xLabels, !lying && !cells);
-    PlotAxis yAxis = new PlotAxis(plan, false, yScale, ys.labels.get(panel), yLabels, lying);
+    PlotAxis xAxis = new PlotAxis(plan, true, xScale, xs.labels.get(panel), xLabels && tickTexts, !lying && !cells);
+    PlotAxis yAxis = new PlotAxis(plan, false, yScale, ys.labels.get(panel), yLabels && tickTexts, lying);
     return new PanelPlot(plan, new Frame(xScale, yScale, area), scene.layers.get(panel), xAxis, yAxis,
         xs.baseline(), ys.baseline());
   }
