@@ -21,7 +21,8 @@ JvmSettings SettingsFor(const JavaOptions& options) {
   settings.guard = options.guard;
   // One picture does not pay for the optimising compiler or for collector threads, and nothing is
   // drawn on the screen.
-  settings.options = {"-XX:TieredStopAtLevel=1", "-XX:+UseSerialGC", "-Djava.awt.headless=true"};
+  settings.options = {"-XX:TieredStopAtLevel=1", "-XX:+UseSerialGC", "-XX:-UsePerfData",
+                      "-Djava.awt.headless=true"};
 
   if (!options.classPath.empty()) {
     std::istringstream entries(options.classPath);

@@ -72,17 +72,15 @@ install(FILES
 # be made, the command runs without it.
 set(chartbridge_archive_script "${PROJECT_SOURCE_DIR}/cmake/MakeClassArchive.cmake")
 set(chartbridge_archive "${CMAKE_BINARY_DIR}/java/chartbridge.jsa")
-file(GLOB chartbridge_training_charts CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/app/training/*.gpl")
 if(NOT CHARTBRIDGE_SANITIZE)
   add_custom_command(
     OUTPUT "${chartbridge_archive}"
     COMMAND "${CMAKE_COMMAND}"
       -D "COMMAND=$<TARGET_FILE:chartbridge_app>"
-      -D "TRAINING=${PROJECT_SOURCE_DIR}/app/training"
+      -D "EXAMPLES=${PROJECT_SOURCE_DIR}/examples"
       -D "ARCHIVE=${chartbridge_archive}"
       -P "${chartbridge_archive_script}"
     DEPENDS chartbridge_app "${chartbridge_jar}" "${chartbridge_archive_script}"
-      ${chartbridge_training_charts}
     COMMENT "Java: chartbridge.jsa"
     VERBATIM)
   add_custom_target(chartbridge_archive ALL DEPENDS "${chartbridge_archive}")
@@ -92,7 +90,7 @@ if(NOT CHARTBRIDGE_SANITIZE)
     if(\"\$ENV{DESTDIR}\" STREQUAL \"\")
       execute_process(COMMAND \"${CMAKE_COMMAND}\"
         -D \"COMMAND=\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}/chartbridge\"
-        -D \"TRAINING=${PROJECT_SOURCE_DIR}/app/training\"
+        -D \"EXAMPLES=${PROJECT_SOURCE_DIR}/examples\"
         -D \"ARCHIVE=\${CMAKE_INSTALL_PREFIX}/${chartbridge_data_dir}/chartbridge.jsa\"
         -P \"${chartbridge_archive_script}\")
     endif()")

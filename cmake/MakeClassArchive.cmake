@@ -1,46 +1,57 @@
 # SPDX-License-Identifier: Apache-2.0
 #
-# Makes a class-data-sharing archive for the Java classes that a run of the command loads:
-#   cmake -D COMMAND=chartbridge -D TRAINING=folder -D ARCHIVE=file -P MakeClassArchive.cmake
+# Makes a class-data-sharing archive of what a run of the command loads:
+#   cmake -D COMMAND=chartbridge -D EXAMPLES=folder -D ARCHIVE=file -P MakeClassArchive.cmake
 #
-# TRAINING holds charts; each is rendered once, with the data of the same name, in a JVM that lists
-# the classes it loads. Then a JVM with the same class path writes them to the archive. Without an
-# archive the command works as well, so nothing here is an error; the file is then empty.
+# A few of the examples are rendered, each in a JVM that lists the classes it loads. Then a JVM with
+# the same class path writes those classes to the archive. The command works without an archive as
+# well, so nothing here is an error; where none can be made, the file stays empty.
+
+# chart:data:ending
+set(training
+  air:air:png
+  cars:cars:png
+  co2:co2:png
+  geyser:geyser:png
+  nottingham:nottingham:png
+  passengers:titanic:png
+  phones:phones:svg
+  titanic:titanic:png
+  virginia:virginia:png)
+
 set(work "${ARCHIVE}.work")
 file(REMOVE_RECURSE "${work}")
 file(MAKE_DIRECTORY "${work}")
 file(REMOVE "${ARCHIVE}")
 
-# Runs the command with JVM options of its own.
-function(run_command options result)
+# Runs the command on one example, with more options for the JVM.
+function(render options chart data ending)
   execute_process(
-    COMMAND "${CMAKE_COMMAND}" -E env "TESK_JVM_OPTIONS=${options}" --unset=TESK_CLASSPATH
-            --unset=DumpChartTimePath "${COMMAND}" ${ARGN}
+    COMMAND "${CMAKE_COMMAND}" -E env --unset=TESK_CLASSPATH --unset=DumpChartTimePath
+      "TESK_JVM_OPTIONS=${options}"
+      "${COMMAND}" render "${EXAMPLES}/charts/${chart}.gpl" --data "${EXAMPLES}/data/${data}.csv"
+      -o "${work}/${chart}.${ending}" --no-guard
     RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE output)
-  set(${result} "${status}" PARENT_SCOPE)
   set(output "${output}" PARENT_SCOPE)
 endfunction()
 
-file(GLOB charts "${TRAINING}/*.gpl")
-set(class_list "")
-foreach(chart IN LISTS charts)
-  cmake_path(REPLACE_EXTENSION chart LAST_ONLY csv OUTPUT_VARIABLE data)
-  cmake_path(GET chart STEM name)
-  foreach(type png svg)
-    set(list "${work}/${name}-${type}.txt")
-    run_command("-Xshare:off -XX:DumpLoadedClassList=${list}" status
-      render "${chart}" --data "${data}" -o "${work}/${name}.${type}" --no-guard)
-    if(EXISTS "${list}")
-      file(READ "${list}" classes)
-      string(APPEND class_list "${classes}")
-    endif()
-  endforeach()
+set(class_list "${work}/classes.txt")
+foreach(example IN LISTS training)
+  string(REPLACE ":" ";" example "${example}")
+  list(GET example 0 chart)
+  set(loaded "${work}/${chart}.txt")
+  render("-Xshare:off -XX:DumpLoadedClassList=${loaded}" ${example})
+  if(EXISTS "${loaded}")
+    file(READ "${loaded}" classes)
+    file(APPEND "${class_list}" "${classes}")
+  endif()
 endforeach()
 
-set(list "${work}/classes.txt")
-file(WRITE "${list}" "${class_list}")
-run_command("-Xshare:dump -XX:SharedClassListFile=${list} -XX:SharedArchiveFile=${ARCHIVE}" status
-  render "${chart}" --data "${data}" -o "${work}/none.png" --no-guard)
+# The default collector can also put objects of the JDK into the archive. The JVM that writes an
+# archive ends when it is written; the example that it is started for is not rendered.
+render("-XX:-UseSerialGC -XX:+UseG1GC -Xshare:dump -XX:SharedClassListFile=${class_list} \
+-XX:SharedArchiveFile=${ARCHIVE}" air air png)
+
 file(REMOVE_RECURSE "${work}")
 if(NOT EXISTS "${ARCHIVE}")
   message(STATUS "no class-data-sharing archive: ${output}")

@@ -121,9 +121,13 @@ TEST(OutputFileTest, FolderWithoutPermissionIsSaidBeforeTheWork) {
   ASSERT_EQ(chmod(folder.Path().c_str(), 0500), 0);
   const bool root = geteuid() == 0;
   // Root may write everywhere.
-  if (root) ASSERT_EQ(seteuid(65534), 0);
+  if (root) {
+    ASSERT_EQ(seteuid(65534), 0);
+  }
   const std::string reason = ReasonOf([&] { OutputFile(folder.File("out"), true); });
-  if (root) ASSERT_EQ(seteuid(0), 0);
+  if (root) {
+    ASSERT_EQ(seteuid(0), 0);
+  }
   EXPECT_EQ(reason, folder.File("out") + ": cannot write there: the folder " + folder.Path() +
                         ": Permission denied");
   chmod(folder.Path().c_str(), 0700);

@@ -1,0 +1,94 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
+#
+# Installs the build into a fresh folder, moves that folder, and uses what is in it: the command,
+# and a host that is built with find_package(chartbridge).
+#   install_test.bash BUILD_FOLDER SOURCE_FOLDER CMAKE CXX_COMPILER
+set -euo pipefail
+
+build_dir="$1"
+source_dir="$2"
+cmake="$3"
+compiler="$4"
+
+work="$(mktemp -d)"
+trap 'rm -rf "$work"' EXIT
+
+fail() {
+  echo "FAILED: $*" >&2
+  exit 1
+}
+
+expect_png() {
+  [[ "$(head -c 4 "$1" | tail -c 3)" == PNG ]] || fail "$1 is no PNG picture"
+}
+
+"$cmake" --install "$build_dir" --prefix "$work/first" >"$work/install.log" ||
+  { cat "$work/install.log"; fail "cmake --install"; }
+
+echo "-- the public headers, and no others"
+(cd "$work/first/include/chartbridge" && find . -type f | sort) >"$work/headers"
+diff "$work/headers" - <<'HEADERS' || fail "the installed headers are not the public ones"
+./bridge/Export.h
+./bridge/JAccessor.h
+./bridge/JException.h
+./bridge/UnicodeConverter.h
+./chart/ViZEditor.h
+./convert/VizConverter.h
+./guard/jniguard.h
+./host/DebugOutput.h
+./host/JvmSettings.h
+./host/JvmThreads.h
+./host/LocalFrame.h
+./platform/ChartBase.h
+./platform/ChartTransformer.h
+./platform/CriticalSection.h
+./platform/JNIAccessor.h
+./platform/TESKMB.h
+./platform/TeskJVM.h
+./tree/TreeEditor.h
+HEADERS
+
+echo "-- the class-data-sharing archive"
+archive="$work/first/share/chartbridge/chartbridge.jsa"
+[[ -s "$archive" ]] || fail "there is no archive"
+TESK_JVM_OPTIONS="-Xlog:class+load" "$work/first/bin/chartbridge" render \
+  "$source_dir/examples/charts/titanic.gpl" --data "$source_dir/examples/data/titanic.csv" \
+  -o "$work/titanic.png" >"$work/loaded.txt" 2>&1
+expect_png "$work/titanic.png"
+grep -q 'org.jfree.chart.JFreeChart source: shared objects file' "$work/loaded.txt" ||
+  fail "the archive is not used"
+
+# From here on nothing of the build folder and of the first place may be needed.
+mv "$work/first" "$work/moved"
+
+echo "-- the command"
+"$work/moved/bin/chartbridge" render "$source_dir/examples/charts/titanic.gpl" \
+  --data "$source_dir/examples/data/titanic.csv" -o "$work/moved.png"
+cmp "$work/titanic.png" "$work/moved.png" || fail "the moved command draws something else"
+for file in "$work/moved/bin/chartbridge" "$work/moved"/lib*/*.so; do
+  ! ldd "$file" | grep -F "$build_dir" || fail "$file needs the build folder"
+done
+
+echo "-- a host"
+{
+  "$cmake" -S "$source_dir/examples/host" -B "$work/host" -G Ninja \
+    -D "CMAKE_CXX_COMPILER=$compiler" -D "CMAKE_PREFIX_PATH=$work/moved" \
+    -D "CMAKE_CXX_FLAGS=-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror"
+  "$cmake" --build "$work/host"
+} >"$work/host.log" 2>&1 || { cat "$work/host.log"; fail "the host cannot be built"; }
+"$work/host/chart_host" "$source_dir/examples/charts/titanic.gpl" \
+  "$source_dir/examples/data/titanic.csv" "$work/host.png"
+expect_png "$work/host.png"
+cmp "$work/titanic.png" "$work/host.png" || fail "the host draws something else"
+lines="$(wc -l <"$source_dir/examples/host/chart_host.cpp")"
+[[ "$lines" -le 40 ]] || fail "the example host has $lines lines"
+
+echo "-- a host without a chart says so"
+status=0
+"$work/host/chart_host" /dev/null /dev/null "$work/none.png" 2>"$work/errors" || status=$?
+[[ "$status" -eq 1 ]] || fail "exit code $status instead of 1"
+grep -q '^not rendered' "$work/errors" || fail "no reason given"
+[[ ! -e "$work/none.png" ]] || fail "a picture appeared"
+
+echo "PASSED"
