@@ -7,17 +7,17 @@
 # the same class path writes those classes to the archive. The command works without an archive as
 # well, so nothing here is an error; where none can be made, the file stays empty.
 
-# chart:data:ending
+# chart:data:ending of the picture
 set(training
-  air:air:png
-  cars:cars:png
-  co2:co2:png
-  geyser:geyser:png
-  nottingham:nottingham:png
-  passengers:titanic:png
-  phones:phones:svg
-  titanic:titanic:png
-  virginia:virginia:png)
+  air.gpl:air:png
+  cars.gpl:cars:png
+  co2.gpl:co2:png
+  geyser.gpl:geyser:png
+  nottingham.gpl:nottingham:png
+  phones.gpl:phones:svg
+  phones-growth.xml:phones:png
+  titanic-classes.gpl:titanic:png
+  virginia.gpl:virginia:png)
 
 set(work "${ARCHIVE}.work")
 file(REMOVE_RECURSE "${work}")
@@ -29,7 +29,7 @@ function(render options chart data ending)
   execute_process(
     COMMAND "${CMAKE_COMMAND}" -E env --unset=TESK_CLASSPATH --unset=DumpChartTimePath
       "TESK_JVM_OPTIONS=${options}"
-      "${COMMAND}" render "${EXAMPLES}/charts/${chart}.gpl" --data "${EXAMPLES}/data/${data}.csv"
+      "${COMMAND}" render "${EXAMPLES}/charts/${chart}" --data "${EXAMPLES}/data/${data}.csv"
       -o "${work}/${chart}.${ending}" --no-guard
     RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE output)
   set(output "${output}" PARENT_SCOPE)
@@ -50,7 +50,7 @@ endforeach()
 # The default collector can also put objects of the JDK into the archive. The JVM that writes an
 # archive ends when it is written; the example that it is started for is not rendered.
 render("-XX:-UseSerialGC -XX:+UseG1GC -Xshare:dump -XX:SharedClassListFile=${class_list} \
--XX:SharedArchiveFile=${ARCHIVE}" air air png)
+-XX:SharedArchiveFile=${ARCHIVE}" air.gpl air png)
 
 file(REMOVE_RECURSE "${work}")
 if(NOT EXISTS "${ARCHIVE}")
