@@ -7,8 +7,9 @@ import org.chartbridge.format.ChartWriter;
 import org.chartbridge.language.GraphLanguage;
 
 /**
- * What the native converter calls: the graph language to chart XML, and older chart XML to the current version. Nothing is
- * thrown at native code; a failure is null, and {@link #getErrorMessage} has its reason. One conversion at a time.
+ * What the native converter calls: the graph language to chart XML, and older chart XML to the
+ * current version. Nothing is thrown at native code; a failure is null, and {@link
+ * #getErrorMessage} has its reason. One conversion at a time.
  */
 public final class VizConverter {
   private String errorMessage;
@@ -32,13 +33,17 @@ public final class VizConverter {
    * Upgrades chart XML.
    *
    * @param xml a chart of any known version
-   * @return chart XML of the current version; a document that is current already comes back byte for byte. Null on failure
+   * @return chart XML of the current version; a document that is current already comes back byte
+   *     for byte. Null on failure
    */
   public byte[] ConvertXml(byte[] xml) {
     return convert(xml, ChartUpgrade::upgrade);
   }
 
-  /** Why the last conversion failed, in a line for people; null when it did not, or when there was none. */
+  /**
+   * Why the last conversion failed, in a line for people; null when it did not, or when there was
+   * none.
+   */
   public String getErrorMessage() {
     return errorMessage;
   }
@@ -54,7 +59,8 @@ public final class VizConverter {
     } catch (ChartException e) {
       errorMessage = e.getMessage();
     } catch (RuntimeException | StackOverflowError e) {
-      // A mistake of this library; the host still gets an answer, and the name tells us where to look.
+      // A mistake of this library; the host still gets an answer, and the name tells us where to
+      // look.
       errorMessage = "the conversion failed unexpectedly: " + e;
     }
     return null;

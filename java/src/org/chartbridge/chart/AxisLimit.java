@@ -21,8 +21,8 @@ public final class AxisLimit {
   private AxisLimit() {}
 
   /**
-   * @return the number, or the time in milliseconds since 1970-01-01T00:00Z; null when the text is neither, or is a number
-   *     beyond the range of a double
+   * @return the number, or the time in milliseconds since 1970-01-01T00:00Z; null when the text is
+   *     neither, or is a number beyond the range of a double
    */
   public static Double parse(String text) {
     if (NUMBER.matcher(text).matches()) {
@@ -41,13 +41,16 @@ public final class AxisLimit {
     return NUMBER.matcher(text).matches() ? parse(text) : null;
   }
 
-  /** The text that {@link #parse} reads back as the same value; a date where the axis shows times. */
+  /**
+   * The text that {@link #parse} reads back as the same value; a date where the axis shows times.
+   */
   public static String text(double value, ScaleKind scale) {
     boolean isTime = scale == ScaleKind.TIME && value == Math.rint(value);
     if (!isTime || value < YEAR_0 || value >= YEAR_10000 || isNegativeZero(value)) {
       return numberText(value);
     }
-    LocalDateTime time = LocalDateTime.ofInstant(Instant.ofEpochMilli((long) value), ZoneOffset.UTC);
+    LocalDateTime time =
+        LocalDateTime.ofInstant(Instant.ofEpochMilli((long) value), ZoneOffset.UTC);
     return (long) value % DAY == 0 ? time.toLocalDate().toString() : time.toString();
   }
 

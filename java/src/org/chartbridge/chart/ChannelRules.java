@@ -30,12 +30,18 @@ public final class ChannelRules {
     };
   }
 
-  /** Whether one of x and y will do: bars and histograms count rows along the other one, boxes stand alone. */
+  /**
+   * Whether one of x and y will do: bars and histograms count rows along the other one, boxes stand
+   * alone.
+   */
   public static boolean needsOnePosition(ElementKind kind) {
     return kind == ElementKind.BAR || kind == ElementKind.HISTOGRAM || kind == ElementKind.BOX;
   }
 
-  /** The channels whose value can sum up the rows of a mark. Of x and y, only one can do so at a time. */
+  /**
+   * The channels whose value can sum up the rows of a mark. Of x and y, only one can do so at a
+   * time.
+   */
   public static List<String> summing(ElementKind kind) {
     return switch (kind) {
       case BAR -> List.of("x", "y", "color", "label");
@@ -47,10 +53,14 @@ public final class ChannelRules {
     };
   }
 
-  /** What a required channel of these marks is for, to finish the sentence "a heat map needs ...". */
+  /**
+   * What a required channel of these marks is for, to finish the sentence "a heat map needs ...".
+   */
   public static String meaning(ElementKind kind, String channel) {
     return switch (channel) {
-      case "x" -> kind == ElementKind.PIE ? "the column of the slices" : "the column along the x axis";
+      case "x" -> kind == ElementKind.PIE
+          ? "the column of the slices"
+          : "the column along the x axis";
       case "y" -> "the value along the y axis";
       default -> "the value that each cell shows";
     };

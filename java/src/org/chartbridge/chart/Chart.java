@@ -15,7 +15,8 @@ import java.util.List;
  * @param legend the legend
  * @param facet small multiples, or null for one plot
  * @param style the name of a built-in style, or null for the default
- * @param palette colours as {@code #rrggbb} that replace those of the style; empty for the style's own
+ * @param palette colours as {@code #rrggbb} that replace those of the style; empty for the style's
+ *     own
  */
 public record Chart(
     ChartSize size,

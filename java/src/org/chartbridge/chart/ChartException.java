@@ -2,8 +2,9 @@
 package org.chartbridge.chart;
 
 /**
- * A chart that cannot be read or drawn. The message is for the person who wrote the chart: it names the element, the column or
- * the line, and what would be right. It is always one line: line breaks in quoted names become spaces.
+ * A chart that cannot be read or drawn. The message is for the person who wrote the chart: it names
+ * the element, the column or the line, and what would be right. It is always one line: line breaks
+ * in quoted names become spaces.
  */
 public class ChartException extends RuntimeException {
   private static final long serialVersionUID = 1L;
@@ -18,6 +19,9 @@ public class ChartException extends RuntimeException {
 
   /** The text with every run of line breaks, tabs and spaces around them as one space. */
   public static String oneLine(String text) {
-    return text == null ? null : text.replaceAll("[ \\t]*[\\r\\n\\t\\u0085\\u2028\\u2029][\\s\\u0085\\u2028\\u2029]*", " ");
+    return text == null
+        ? null
+        : text.replaceAll(
+            "[ \\t]*[\\r\\n\\t\\u0085\\u2028\\u2029][\\s\\u0085\\u2028\\u2029]*", " ");
   }
 }

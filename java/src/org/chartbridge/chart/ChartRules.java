@@ -27,7 +27,10 @@ public final class ChartRules {
     this.chart = chart;
   }
 
-  /** Everything that is wrong with the chart; empty when it can be drawn, as far as that can be told without its data. */
+  /**
+   * Everything that is wrong with the chart; empty when it can be drawn, as far as that can be told
+   * without its data.
+   */
   public static List<Problem> check(Chart chart) {
     ChartRules rules = new ChartRules(chart);
     rules.checkSize();
@@ -81,7 +84,8 @@ public final class ChartRules {
       report(path + ".pattern", is + "; only a time column has a pattern");
     }
     if (column.pattern() != null && !isTimePattern(column.pattern())) {
-      report(path + ".pattern", "\"" + column.pattern() + "\" is not a date pattern, such as yyyy-MM-dd");
+      report(path + ".pattern",
+          "\"" + column.pattern() + "\" is not a date pattern, such as yyyy-MM-dd");
     }
     if (!column.order().isEmpty() && column.kind() != ColumnKind.CATEGORY) {
       report(path + ".order", is + "; only a category column has an order");
@@ -146,7 +150,8 @@ public final class ChartRules {
 
   private void checkElements() {
     if (chart.elements().isEmpty()) {
-      report("elements", "the chart has no element; " + Suggestions.oneOf(Words.all(ElementKind.class)));
+      report("elements",
+          "the chart has no element; " + Suggestions.oneOf(Words.all(ElementKind.class)));
     }
     for (int i = 0; i < chart.elements().size(); i++) {
       String path = "elements[" + i + "]";
@@ -164,11 +169,14 @@ public final class ChartRules {
     for (String name : ChannelRules.NAMES) {
       Channel channel = ChannelRules.channel(element, name);
       if (channel != null && !allowed.contains(name)) {
-        report(path + "." + name, article(element) + " has no " + name + "; " + Suggestions.oneOf(allowed));
+        report(path + "." + name,
+            article(element) + " has no " + name + "; " + Suggestions.oneOf(allowed));
       } else if (channel != null) {
         checkChannel(path + "." + name, element, name, channel);
       } else if (ChannelRules.required(element.kind()).contains(name)) {
-        report(path, article(element) + " needs " + name + ": " + ChannelRules.meaning(element.kind(), name));
+        report(path,
+            article(element) + " needs " + name + ": "
+                + ChannelRules.meaning(element.kind(), name));
       }
     }
     checkPositions(path, element);
@@ -185,7 +193,9 @@ public final class ChartRules {
     boolean measures = element.kind() == ElementKind.BAR || element.kind() == ElementKind.BOX;
     if (measures && isPlainCategory(element.x()) && isPlainCategory(element.y())) {
       String rather = element.kind() == ElementKind.BAR ? " or count" : "";
-      report(path, article(element) + " needs numbers" + rather + ", but x and y are both declared as category");
+      report(path,
+          article(element) + " needs numbers" + rather
+              + ", but x and y are both declared as category");
     }
   }
 
@@ -208,7 +218,9 @@ public final class ChartRules {
       report(path, name + " names no column; only count can do without");
     }
     if (sums(channel) && !ChannelRules.summing(element.kind()).contains(name)) {
-      report(path, name + " of " + article(element) + " cannot be summed up with " + Words.of(channel.aggregate()));
+      report(path,
+          name + " of " + article(element) + " cannot be summed up with "
+              + Words.of(channel.aggregate()));
     }
     checkColumnKind(path, element, name, channel);
   }
@@ -253,8 +265,8 @@ public final class ChartRules {
           case AUTO, CATEGORY -> null;
         };
     if (needed != null && column.kind() != needed) {
-      String message = "the " + name + " axis is " + Words.of(scale) + " and needs a " + Words.of(needed) + " column, but ";
-      report(path, message + is);
+      String needs = "the " + name + " axis is " + Words.of(scale) + " and needs a ";
+      report(path, needs + Words.of(needed) + " column, but " + is);
     }
   }
 
@@ -262,7 +274,8 @@ public final class ChartRules {
     Set<Arrangement> arrangements = Arrangement.of(element.kind());
     if (element.arrangement() != null && !arrangements.contains(element.arrangement())) {
       String cannot = article(element) + " cannot be " + Words.of(element.arrangement());
-      String rather = arrangements.isEmpty() ? "" : "; " + Suggestions.oneOf(Words.all(arrangements));
+      String rather =
+          arrangements.isEmpty() ? "" : "; " + Suggestions.oneOf(Words.all(arrangements));
       report(path + ".arrangement", cannot + rather);
     }
     if (element.bins() != null) {
@@ -272,10 +285,12 @@ public final class ChartRules {
       checkColor(path + ".fill", element.fill());
     }
     if (element.fill() != null && (element.color() != null || element.kind() == ElementKind.PIE)) {
-      report(path + ".fill", "fill sets one colour for all marks, but their colours already come from the data");
+      report(path + ".fill",
+          "fill sets one colour for all marks, but their colours already come from the data");
     }
     if (!(element.opacity() >= 0 && element.opacity() <= 1)) {
-      report(path + ".opacity", "the opacity is " + AxisLimit.numberText(element.opacity()) + "; expected 0 to 1");
+      report(path + ".opacity",
+          "the opacity is " + AxisLimit.numberText(element.opacity()) + "; expected 0 to 1");
     }
   }
 
@@ -291,7 +306,8 @@ public final class ChartRules {
     if (chart.facet() != null) {
       checkName("facet.column", chart.facet().column());
       if (chart.facet().columns() != null) {
-        checkRange("facet.columns", "the number of panels in a row", chart.facet().columns(), 1, MAX_PANELS_IN_A_ROW);
+        checkRange("facet.columns", "the number of panels in a row", chart.facet().columns(), 1,
+            MAX_PANELS_IN_A_ROW);
       }
     }
     if (chart.style() != null) {
@@ -304,7 +320,9 @@ public final class ChartRules {
 
   private void checkColor(String path, String color) {
     if (!COLOR.matcher(color).matches()) {
-      report(path, "\"" + color + "\" is not a colour; expected # and six hexadecimal digits, such as #0072b2");
+      report(path,
+          "\"" + color
+              + "\" is not a colour; expected # and six hexadecimal digits, such as #0072b2");
     }
   }
 
@@ -322,7 +340,8 @@ public final class ChartRules {
     }
     int bad = text.codePoints().filter(c -> !isXmlCharacter(c)).findFirst().orElse(-1);
     if (bad >= 0) {
-      report(path, String.format("the text holds the character U+%04X, which a chart cannot hold", bad));
+      report(path,
+          String.format("the text holds the character U+%04X, which a chart cannot hold", bad));
     }
   }
 

@@ -4,7 +4,8 @@ package org.chartbridge.chart;
 /**
  * The legend.
  *
- * @param position where it stands; null for the right side when there is more than one colour, else none
+ * @param position where it stands; null for the right side when there is more than one colour, else
+ *     none
  * @param title its title, or null for the label of the column
  */
 public record Legend(LegendPosition position, String title) {

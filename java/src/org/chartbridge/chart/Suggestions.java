@@ -9,8 +9,8 @@ public final class Suggestions {
   private Suggestions() {}
 
   /**
-   * The known name that {@code found} most likely stands for, or null when none is close. Letter case does not count; a third
-   * of the letters may differ, but not all.
+   * The known name that {@code found} most likely stands for, or null when none is close. Letter
+   * case does not count; a third of the letters may differ, but not all.
    */
   public static String closest(String found, Collection<String> known) {
     String wanted = found.toLowerCase(Locale.ROOT);

@@ -7,7 +7,10 @@ import java.util.Collection;
 import java.util.List;
 import java.util.Locale;
 
-/** The words by which chart texts of every kind name the constants of the model: their names in small letters. */
+/**
+ * The words by which chart texts of every kind name the constants of the model: their names in
+ * small letters.
+ */
 public final class Words {
   private Words() {}
 

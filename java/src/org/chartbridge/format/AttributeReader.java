@@ -16,7 +16,10 @@ import org.chartbridge.xml.XmlElement;
 import org.chartbridge.xml.XmlNode;
 import org.chartbridge.xml.XmlText;
 
-/** Reads the typed attributes and the children of one element. Every error names element, attribute, value and position. */
+/**
+ * Reads the typed attributes and the children of one element. Every error names element, attribute,
+ * value and position.
+ */
 final class AttributeReader {
   static final String SCHEMA_INSTANCE = "http://www.w3.org/2001/XMLSchema-instance";
 
@@ -152,13 +155,17 @@ final class AttributeReader {
     }
   }
 
-  /** The elements inside, all of the given names and, unless they may repeat, each at most once; no text. */
+  /**
+   * The elements inside, all of the given names and, unless they may repeat, each at most once; no
+   * text.
+   */
   List<XmlElement> children(Collection<String> names, boolean repeat) {
     Set<String> seen = new LinkedHashSet<>();
     List<XmlElement> children = new ArrayList<>();
     for (XmlNode node : element.content()) {
       if (node instanceof XmlText text && !text.text().isBlank()) {
-        throw element.error("<" + element.name() + "> cannot hold the text \"" + shorten(text.text()) + "\"");
+        throw element.error(
+            "<" + element.name() + "> cannot hold the text \"" + shorten(text.text()) + "\"");
       }
       if (node instanceof XmlElement child) {
         checkChild(child, names);
@@ -174,7 +181,8 @@ final class AttributeReader {
   /** The element holds text only. */
   String textContent() {
     for (XmlElement child : element.children()) {
-      throw child.error("<" + element.name() + "> holds text only, but found <" + child.name() + ">");
+      throw child.error(
+          "<" + element.name() + "> holds text only, but found <" + child.name() + ">");
     }
     return element.text();
   }
@@ -186,7 +194,9 @@ final class AttributeReader {
     }
     if (!names.contains(child.name())) {
       String what = "found <" + child.name() + "> inside <" + element.name() + ">";
-      String rather = names.isEmpty() ? ", which holds no elements" : "; " + Suggestions.expected(child.name(), names);
+      String rather = names.isEmpty()
+          ? ", which holds no elements"
+          : "; " + Suggestions.expected(child.name(), names);
       throw child.error(what + rather);
     }
   }

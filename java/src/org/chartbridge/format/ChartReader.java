@@ -43,9 +43,10 @@ public final class ChartReader {
   /**
    * Reads a chart.
    *
-   * @param xml the document in the encoding of its byte order mark or XML declaration, else in UTF-8
-   * @throws ChartException when the document is not well-formed, not a chart, or a chart that makes no sense; the message
-   *     starts with line and column
+   * @param xml the document in the encoding of its byte order mark or XML declaration, else in
+   *     UTF-8
+   * @throws ChartException when the document is not well-formed, not a chart, or a chart that makes
+   *     no sense; the message starts with line and column
    */
   public static Chart read(byte[] xml) {
     return read(SafeXml.parse(xml));
@@ -88,9 +89,8 @@ public final class ChartReader {
     if (!parts.containsKey("elements")) {
       throw root.error("<chart> needs <elements>");
     }
-    return new Chart(
-        new ChartSize(width, height), titles(), columns(), axis("x"), axis("y"), elements(), legend(), facet(), style,
-        palette());
+    return new Chart(new ChartSize(width, height), titles(), columns(), axis("x"), axis("y"),
+        elements(), legend(), facet(), style, palette());
   }
 
   private Titles titles() {
@@ -266,9 +266,8 @@ public final class ChartReader {
       return null;
     }
     AttributeReader in = empty(element);
-    Facet facet =
-        new Facet(
-            in.name("column"), in.whole("columns"), in.flag("shared-x", true), in.flag("shared-y", true));
+    Facet facet = new Facet(in.name("column"), in.whole("columns"), in.flag("shared-x", true),
+        in.flag("shared-y", true));
     in.finish();
     place("facet", element);
     place("facet.columns", element, "columns");

@@ -7,7 +7,10 @@ import org.chartbridge.chart.ChartException;
 import org.chartbridge.language.GraphLanguage;
 import org.chartbridge.xml.XmlEncoding;
 
-/** Reads charts of either notation: chart XML or the graph language, told apart by what they start with. */
+/**
+ * Reads charts of either notation: chart XML or the graph language, told apart by what they start
+ * with.
+ */
 public final class ChartSource {
   private ChartSource() {}
 
@@ -15,7 +18,8 @@ public final class ChartSource {
    * Reads a chart.
    *
    * @param bytes chart XML of any known version and encoding, or graph-language text in UTF-8
-   * @throws ChartException when it is neither, or makes no sense; the message says where and what is expected
+   * @throws ChartException when it is neither, or makes no sense; the message says where and what
+   *     is expected
    */
   public static Chart read(byte[] bytes) {
     if (bytes.length == 0) {
@@ -24,7 +28,10 @@ public final class ChartSource {
     return isXml(bytes) ? ChartReader.read(bytes) : GraphLanguage.read(bytes);
   }
 
-  /** Whether the first character that is no space is {@code <}, which no graph-language text can start with. */
+  /**
+   * Whether the first character that is no space is {@code <}, which no graph-language text can
+   * start with.
+   */
   public static boolean isXml(byte[] bytes) {
     if (isUtf16(bytes)) {
       return true;
@@ -40,7 +47,8 @@ public final class ChartSource {
 
   /** The graph language is always UTF-8, so text in UTF-16 can only be XML. */
   private static boolean isUtf16(byte[] bytes) {
-    boolean marked = XmlEncoding.byteOrderMark(bytes) != null && XmlEncoding.byteOrderMark(bytes) != StandardCharsets.UTF_8;
+    boolean marked = XmlEncoding.byteOrderMark(bytes) != null
+        && XmlEncoding.byteOrderMark(bytes) != StandardCharsets.UTF_8;
     return marked || XmlEncoding.wideWithoutMark(bytes) != null;
   }
 }

@@ -13,9 +13,12 @@ public final class ChartUpgrade {
   /**
    * Upgrades a document. Comments are kept.
    *
-   * @param xml the document in the encoding of its byte order mark or XML declaration, else in UTF-8
-   * @return the document of the current version in UTF-8; for a document of the current version {@code xml} itself
-   * @throws ChartException when it is no valid chart of a known version; the message starts with line and column
+   * @param xml the document in the encoding of its byte order mark or XML declaration, else in
+   *     UTF-8
+   * @return the document of the current version in UTF-8; for a document of the current version
+   *     {@code xml} itself
+   * @throws ChartException when it is no valid chart of a known version; the message starts with
+   *     line and column
    */
   public static byte[] upgrade(byte[] xml) {
     XmlElement root = SafeXml.parse(xml);

@@ -40,7 +40,8 @@ enum ChartVersion {
     }
     Matcher other = NAMESPACE.matcher(root.namespace());
     if (other.matches()) {
-      throw root.error("the chart is of version " + other.group(1) + "; versions 1 and 2 are known here");
+      throw root.error(
+          "the chart is of version " + other.group(1) + "; versions 1 and 2 are known here");
     }
     if (root.namespace().isEmpty()) {
       throw root.error("<chart> has no namespace; " + expected);

@@ -22,15 +22,18 @@ import org.chartbridge.chart.Words;
 import org.chartbridge.xml.XmlElement;
 import org.chartbridge.xml.XmlWriter;
 
-/** Writes charts as chart XML of the current version, in a canonical form: equal charts give equal bytes. */
+/**
+ * Writes charts as chart XML of the current version, in a canonical form: equal charts give equal
+ * bytes.
+ */
 public final class ChartWriter {
   private static final String NAMESPACE = ChartVersion.CURRENT.namespace;
 
   private ChartWriter() {}
 
   /**
-   * The document of a chart, in UTF-8. {@link ChartReader} reads it back as an equal chart. What has its default value is left
-   * out.
+   * The document of a chart, in UTF-8. {@link ChartReader} reads it back as an equal chart. What
+   * has its default value is left out.
    *
    * @throws ChartException when the chart makes no sense, so that no reader would take the document
    */
@@ -67,7 +70,8 @@ public final class ChartWriter {
     }
     XmlElement element = element("columns");
     for (ColumnDeclaration column : columns) {
-      XmlElement child = element("column").with("name", column.name()).with("kind", Words.of(column.kind()));
+      XmlElement child =
+          element("column").with("name", column.name()).with("kind", Words.of(column.kind()));
       child.with("label", column.label()).with("pattern", column.pattern());
       addValues(child, "category", column.order());
       element.with(child);

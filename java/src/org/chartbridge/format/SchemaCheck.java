@@ -28,7 +28,10 @@ final class SchemaCheck {
     this.file = file;
   }
 
-  /** The first thing about the document that the schema does not allow, with its position; null when it is valid. */
+  /**
+   * The first thing about the document that the schema does not allow, with its position; null when
+   * it is valid.
+   */
   ChartException firstError(XmlElement root) {
     Walk walk = new Walk();
     try {
@@ -61,19 +64,23 @@ final class SchemaCheck {
     try {
       handler.setProperty(LOCALE, Locale.ROOT);
     } catch (SAXNotRecognizedException | SAXNotSupportedException e) {
-      // Then the validator's part of a message is in the language of the machine; nothing else changes.
+      // Then the validator's part of a message is in the language of the machine; nothing else
+      // changes.
       return;
     }
   }
 
-  /** Feeds a tree to the validator and knows at which element it is when the validator complains. */
+  /**
+   * Feeds a tree to the validator and knows at which element it is when the validator complains.
+   */
   private static final class Walk implements ErrorHandler {
     private XmlElement current;
     private ChartException first;
 
     void visit(ValidatorHandler handler, XmlElement element) throws SAXException {
       current = element;
-      handler.startElement(element.namespace(), element.name(), element.name(), attributes(element));
+      handler.startElement(
+          element.namespace(), element.name(), element.name(), attributes(element));
       for (XmlNode node : element.content()) {
         if (node instanceof XmlElement child) {
           visit(handler, child);

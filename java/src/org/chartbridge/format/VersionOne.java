@@ -17,8 +17,8 @@ import org.chartbridge.xml.XmlElement;
 import org.chartbridge.xml.XmlNode;
 
 /**
- * Turns a tree of version 1 into one of version 2. Every new element stands at the place of the old one, so that later messages
- * point into the document that the person has. One use, one thread.
+ * Turns a tree of version 1 into one of version 2. Every new element stands at the place of the old
+ * one, so that later messages point into the document that the person has. One use, one thread.
  */
 final class VersionOne {
   /** The parts of a version 1 chart, in the order that it demands. */
@@ -35,14 +35,15 @@ final class VersionOne {
   private static final Map<String, String> KINDS =
       words("numeric", "number", "nominal", "category", "date", "time");
   private static final Map<String, String> LAYERS =
-      words(
-          "bar", "bar", "line", "line", "area", "area", "point", "point", "histogram", "histogram", "boxplot",
-          "box", "pie", "pie", "heatmap", "heatmap");
-  private static final Map<String, String> MODES =
-      words("clustered", "grouped", "stacked", "stacked", "percent", "filled", "overlay", "overlaid");
-  private static final Map<String, String> DIRECTIONS = words("forward", "false", "backward", "true");
+      words("bar", "bar", "line", "line", "area", "area", "point", "point", "histogram",
+          "histogram", "boxplot", "box", "pie", "pie", "heatmap", "heatmap");
+  private static final Map<String, String> MODES = words(
+      "clustered", "grouped", "stacked", "stacked", "percent", "filled", "overlay", "overlaid");
+  private static final Map<String, String> DIRECTIONS =
+      words("forward", "false", "backward", "true");
   private static final Map<String, String> YES_NO = words("yes", "true", "no", "false");
-  private static final Map<String, String> FREE = words("none", "", "x", "x", "y", "y", "both", "xy");
+  private static final Map<String, String> FREE =
+      words("none", "", "x", "x", "y", "y", "both", "xy");
 
   private final XmlElement old;
   private final Map<String, XmlElement> parts = new HashMap<>();
@@ -82,11 +83,13 @@ final class VersionOne {
     in.finish();
     checkOrder(in);
     readParts();
-    chart.with("style", parts.containsKey("style-name") ? parts.get("style-name").attribute("value") : null);
+    chart.with("style",
+        parts.containsKey("style-name") ? parts.get("style-name").attribute("value") : null);
     if (!axes.content().isEmpty()) {
       parts.put("axes", axes);
     }
-    for (String name : List.of("titles", "columns", "axes", "elements", "legend", "facet", "palette")) {
+    for (String name :
+        List.of("titles", "columns", "axes", "elements", "legend", "facet", "palette")) {
       commentsBefore.getOrDefault(name, List.of()).forEach(chart::with);
       chart.with(parts.get(name));
     }
@@ -126,7 +129,8 @@ final class VersionOne {
     for (XmlElement child : in.children(PARTS, true)) {
       int step = PARTS.indexOf(child.name()) - PARTS.indexOf(before);
       if (step < 0) {
-        throw child.error("<" + child.name() + "> stands after <" + before + ">; expected before it");
+        throw child.error(
+            "<" + child.name() + "> stands after <" + before + ">; expected before it");
       }
       before = child.name();
     }
@@ -167,7 +171,10 @@ final class VersionOne {
     parent.with(element);
   }
 
-  /** A group stands where its first element stood; comments in front of that stand in front of the group. */
+  /**
+   * A group stands where its first element stood; comments in front of that stand in front of the
+   * group.
+   */
   private XmlElement group(String name, XmlElement place) {
     if (!parts.containsKey(name)) {
       put(name, renamed(place, name));
@@ -215,7 +222,9 @@ final class VersionOne {
     if (kind == null) {
       throw in.missing("type");
     }
-    column.with("kind", kind).with("label", in.text("caption")).with("pattern", in.text("date-format"));
+    column.with("kind", kind)
+        .with("label", in.text("caption"))
+        .with("pattern", in.text("date-format"));
     in.finish();
     copyComments(field, column);
     for (XmlElement value : in.children(List.of("value"), true)) {
@@ -256,7 +265,10 @@ final class VersionOne {
     element.with("opacity", AxisLimit.numberText(opacity));
   }
 
-  /** What was an element of its own, say {@code <sum field="a"/>}, is the attribute {@code aggregate} now. */
+  /**
+   * What was an element of its own, say {@code <sum field="a"/>}, is the attribute {@code
+   * aggregate} now.
+   */
   private static XmlElement channel(XmlElement channel) {
     AttributeReader outer = new AttributeReader(channel);
     outer.finish();

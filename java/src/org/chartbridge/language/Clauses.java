@@ -5,7 +5,10 @@ import java.util.HashMap;
 import java.util.LinkedHashMap;
 import java.util.Map;
 
-/** The clauses of a statement: each starts with a word, and a comma or a line break stands between two. */
+/**
+ * The clauses of a statement: each starts with a word, and a comma or a line break stands between
+ * two.
+ */
 final class Clauses {
   private final Cursor cursor;
   private final Map<String, Runnable> actions = new LinkedHashMap<>();
@@ -30,7 +33,9 @@ final class Clauses {
     return this;
   }
 
-  /** A clause that checks by itself how often it stands; its action finds its word not yet taken. */
+  /**
+   * A clause that checks by itself how often it stands; its action finds its word not yet taken.
+   */
   Clauses addRepeated(String word, Runnable action) {
     actions.put(word, action);
     return this;

@@ -104,7 +104,10 @@ final class Cursor {
     }
   }
 
-  /** What stands between two clauses: a comma, a line break, or both. False at the end of the statement. */
+  /**
+   * What stands between two clauses: a comma, a line break, or both. False at the end of the
+   * statement.
+   */
   boolean takeSeparator() {
     boolean lineBreak = peek().kind() == TokenKind.BREAK;
     takeBreak();

@@ -81,7 +81,8 @@ final class DrawParser {
       cursor.take();
       return Channel.count();
     }
-    Channel channel = Channel.of(cursor.name("a column name, count, or sum, mean, median, min or max of one").text());
+    Channel channel = Channel.of(
+        cursor.name("a column name, count, or sum, mean, median, min or max of one").text());
     TokenKind next = cursor.peek().kind();
     if (sums && (next == TokenKind.WORD || next == TokenKind.TEXT)) {
       throw cursor.error("expected \"of\", \",\" or the end of the line");

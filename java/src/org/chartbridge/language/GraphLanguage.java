@@ -14,14 +14,14 @@ public final class GraphLanguage {
    * Reads a chart.
    *
    * @param source the text in UTF-8, with or without a byte order mark, with any kind of line ends
-   * @throws GraphLanguageException when there are mistakes in it; the message has line, column, what was found and what was
-   *     expected
+   * @throws GraphLanguageException when there are mistakes in it; the message has line, column,
+   *     what was found and what was expected
    * @throws ChartException when it is no UTF-8 text, or larger than {@link SafeXml#MAX_BYTES}
    */
   public static Chart read(byte[] source) {
     if (source.length > SafeXml.MAX_BYTES) {
-      throw new ChartException(
-          "the chart has " + source.length + " bytes; at most " + SafeXml.MAX_BYTES + " are accepted");
+      throw new ChartException("the chart has " + source.length + " bytes; at most "
+          + SafeXml.MAX_BYTES + " are accepted");
     }
     return new GraphParser(XmlEncoding.decodeUtf8(source)).parse();
   }

@@ -5,8 +5,8 @@ import java.util.List;
 import org.chartbridge.chart.ChartException;
 
 /**
- * The mistakes in a graph-language text. The message is the first one in a line, with the number of the others; {@link
- * #problems} has them all.
+ * The mistakes in a graph-language text. The message is the first one in a line, with the number of
+ * the others; {@link #problems} has them all.
  */
 public final class GraphLanguageException extends ChartException {
   private static final long serialVersionUID = 1L;
@@ -18,7 +18,10 @@ public final class GraphLanguageException extends ChartException {
     this.problems = List.copyOf(problems);
   }
 
-  /** One line for each mistake, in the order of the text: {@code line 3, column 12: found "colour", expected ...}. */
+  /**
+   * One line for each mistake, in the order of the text: {@code line 3, column 12: found "colour",
+   * expected ...}.
+   */
   public List<String> problems() {
     return problems;
   }

@@ -25,12 +25,10 @@ import org.chartbridge.chart.Words;
 /** Reads one text, statement by statement, and collects the mistakes. One use, one thread. */
 final class GraphParser {
   private static final int MAX_PROBLEMS = 20;
-  private static final List<String> STATEMENTS =
-      List.of(
-          "title", "subtitle", "caption", "size", "column", "draw", "axis", "legend", "panels", "style",
-          "palette");
-  private static final List<String> CLAUSE_WORDS =
-      List.of("x", "y", "color", "label", "fill", "opacity", "bins", "from", "to", "format", "free", "rows");
+  private static final List<String> STATEMENTS = List.of("title", "subtitle", "caption", "size",
+      "column", "draw", "axis", "legend", "panels", "style", "palette");
+  private static final List<String> CLAUSE_WORDS = List.of("x", "y", "color", "label", "fill",
+      "opacity", "bins", "from", "to", "format", "free", "rows");
 
   private final String source;
   private final Cursor cursor;
@@ -71,7 +69,8 @@ final class GraphParser {
     }
     if (!problems.isEmpty()) {
       List<String> lines = new ArrayList<>();
-      problems.forEach((position, message) -> lines.add(ChartException.oneLine(position + ": " + message)));
+      problems.forEach(
+          (position, message) -> lines.add(ChartException.oneLine(position + ": " + message)));
       throw new GraphLanguageException(lines, problems.size() < MAX_PROBLEMS);
     }
     return chart;
@@ -90,7 +89,8 @@ final class GraphParser {
   private void endStatement() {
     if (cursor.peek().kind() == TokenKind.BREAK) {
       cursor.take();
-      throw cursor.error("but the statement above is complete; do not indent the line of the next one");
+      throw cursor.error(
+          "but the statement above is complete; do not indent the line of the next one");
     }
     if (!cursor.peek().endsStatement()) {
       throw cursor.error("expected the end of the line");

@@ -6,11 +6,14 @@ import java.util.List;
 import java.util.regex.Matcher;
 import java.util.regex.Pattern;
 
-/** Splits a source text into tokens. Wrong characters become tokens too, so that the parser finds them in their order. */
+/**
+ * Splits a source text into tokens. Wrong characters become tokens too, so that the parser finds
+ * them in their order.
+ */
 final class Lexer {
-  private static final Pattern DATE =
-      Pattern.compile(
-          "[0-9]{4}-[0-9]{2}-[0-9]{2}(T[0-9]{2}:[0-9]{2}(:[0-9]{2}(\\.[0-9]+)?)?(Z|[+-][0-9]{2}:[0-9]{2})?)?");
+  private static final Pattern DATE = Pattern.compile(
+      "[0-9]{4}-[0-9]{2}-[0-9]{2}"
+              + "(T[0-9]{2}:[0-9]{2}(:[0-9]{2}(\\.[0-9]+)?)?(Z|[+-][0-9]{2}:[0-9]{2})?)?");
   private static final Pattern NUMBER =
       Pattern.compile("[+-]?([0-9]+(\\.[0-9]*)?|\\.[0-9]+)([eE][+-]?[0-9]+)?");
   private static final Pattern COLOR = Pattern.compile("#[0-9a-fA-F]{6}");
@@ -61,7 +64,10 @@ final class Lexer {
     }
   }
 
-  /** Skips line ends, blank lines and comment lines, and says whether the next line goes on with the statement. */
+  /**
+   * Skips line ends, blank lines and comment lines, and says whether the next line goes on with the
+   * statement.
+   */
   private void startLine(int lineBreak) {
     int start = lineBreak;
     int content = start;
@@ -98,7 +104,8 @@ final class Lexer {
   private void number() {
     Pattern pattern = matches(DATE) ? DATE : NUMBER;
     TokenKind kind = pattern == DATE ? TokenKind.DATE : TokenKind.NUMBER;
-    match(pattern, kind, "this is neither a number nor a date; put names that start with a digit in quotes");
+    match(pattern, kind,
+        "this is neither a number nor a date; put names that start with a digit in quotes");
   }
 
   private boolean matches(Pattern pattern) {
@@ -147,7 +154,8 @@ final class Lexer {
     } else if (Character.isISOControl(c)) {
       add(TokenKind.INVALID, String.format("found the control character U+%04X", c), at);
     } else {
-      add(TokenKind.INVALID, "found \"" + sign + "\", which has no meaning here; put names with it in quotes", at);
+      add(TokenKind.INVALID,
+          "found \"" + sign + "\", which has no meaning here; put names with it in quotes", at);
     }
     at += sign.length();
   }
@@ -189,7 +197,8 @@ final class Lexer {
     int known = "\"\\nt".indexOf(c);
     if (known < 0) {
       String found = "\\" + (c == '\n' ? "" : Character.toString(source.codePointAt(at + 1)));
-      add(TokenKind.INVALID, "found " + found + " in a text; expected \\\", \\\\, \\n, \\t or \\u{...}", at);
+      add(TokenKind.INVALID,
+          "found " + found + " in a text; expected \\\", \\\\, \\n, \\t or \\u{...}", at);
       return false;
     }
     text.append("\"\\\n\t".charAt(known));
@@ -205,7 +214,8 @@ final class Lexer {
     int c = hex ? Integer.parseInt(digits, 16) : -1;
     boolean surrogate = c >= Character.MIN_SURROGATE && c <= Character.MAX_SURROGATE;
     if (!Character.isValidCodePoint(c) || surrogate) {
-      add(TokenKind.INVALID, "\\u must be followed by a code point in braces, such as \\u{20AC}", at);
+      add(TokenKind.INVALID, "\\u must be followed by a code point in braces, such as \\u{20AC}",
+          at);
       return false;
     }
     text.appendCodePoint(c);

@@ -17,11 +17,14 @@ import org.xml.sax.SAXException;
 import org.xml.sax.XMLReader;
 
 /**
- * The one place where XML is parsed. It is always the JDK's own parser, whatever other parser a class path brings along, and it
- * accepts no document type declaration, so that there are no entities to expand and nothing to fetch.
+ * The one place where XML is parsed. It is always the JDK's own parser, whatever other parser a
+ * class path brings along, and it accepts no document type declaration, so that there are no
+ * entities to expand and nothing to fetch.
  */
 public final class SafeXml {
-  /** Documents describe charts and styles and hold no data; a larger one is a mistake or an attack. */
+  /**
+   * Documents describe charts and styles and hold no data; a larger one is a mistake or an attack.
+   */
   public static final int MAX_BYTES = 16 << 20;
 
   /** Elements nest this deep at most, so that walking a tree never exhausts a stack. */
@@ -34,10 +37,11 @@ public final class SafeXml {
   /**
    * Reads a document.
    *
-   * @param bytes the document in the encoding of its byte order mark or XML declaration, else in UTF-8
+   * @param bytes the document in the encoding of its byte order mark or XML declaration, else in
+   *     UTF-8
    * @return the root element
-   * @throws ChartException when it is not well-formed, too large or too deep, or has a document type declaration; the message
-   *     starts with the position
+   * @throws ChartException when it is not well-formed, too large or too deep, or has a document
+   *     type declaration; the message starts with the position
    */
   public static XmlElement parse(byte[] bytes) {
     if (bytes.length > MAX_BYTES) {
@@ -80,7 +84,8 @@ public final class SafeXml {
       factory.setProperty(XMLConstants.ACCESS_EXTERNAL_SCHEMA, "");
       return factory.newSchema(new StreamSource(in));
     } catch (SAXException | IOException e) {
-      throw new IllegalStateException("the schema " + file + " cannot be used: " + e.getMessage(), e);
+      throw new IllegalStateException(
+          "the schema " + file + " cannot be used: " + e.getMessage(), e);
     }
   }
 
@@ -102,7 +107,9 @@ public final class SafeXml {
     }
   }
 
-  /** Messages of the parser become part of ours, which are English whatever the machine's locale. */
+  /**
+   * Messages of the parser become part of ours, which are English whatever the machine's locale.
+   */
   @SuppressWarnings("deprecation")
   private static void useEnglish(XMLReader reader) throws SAXException {
     if (reader instanceof org.xml.sax.Parser parser) {

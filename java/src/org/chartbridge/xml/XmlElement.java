@@ -9,8 +9,8 @@ import org.chartbridge.chart.ChartException;
 import org.chartbridge.chart.TextPosition;
 
 /**
- * One element: its name, attributes and content. Elements of a parsed document know their place in it; elements that a program
- * builds have none. Built by one thread, then only read.
+ * One element: its name, attributes and content. Elements of a parsed document know their place in
+ * it; elements that a program builds have none. Built by one thread, then only read.
  */
 public final class XmlElement implements XmlNode {
   private final String namespace;
@@ -50,7 +50,10 @@ public final class XmlElement implements XmlNode {
     return name;
   }
 
-  /** Attribute names to values in document order; attributes of a foreign namespace as {@code {uri}name}. */
+  /**
+   * Attribute names to values in document order; attributes of a foreign namespace as {@code
+   * {uri}name}.
+   */
   public Map<String, String> attributes() {
     return attributes;
   }

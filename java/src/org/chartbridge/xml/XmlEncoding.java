@@ -13,7 +13,10 @@ import java.util.regex.Matcher;
 import java.util.regex.Pattern;
 import org.chartbridge.chart.ChartException;
 
-/** Turns the bytes of a document into text: byte order mark first, then the XML declaration, then UTF-8. */
+/**
+ * Turns the bytes of a document into text: byte order mark first, then the XML declaration, then
+ * UTF-8.
+ */
 public final class XmlEncoding {
   private static final Pattern DECLARED =
       Pattern.compile("^<\\?xml\\s[^>]*?encoding\\s*=\\s*[\"']([A-Za-z0-9._-]+)[\"']");
@@ -24,7 +27,8 @@ public final class XmlEncoding {
   /**
    * The text of a document, without a byte order mark.
    *
-   * @throws ChartException when the bytes are not valid in their encoding, or the encoding is unknown
+   * @throws ChartException when the bytes are not valid in their encoding, or the encoding is
+   *     unknown
    */
   public static String decode(byte[] bytes) {
     Charset mark = byteOrderMark(bytes);
@@ -70,8 +74,9 @@ public final class XmlEncoding {
     try {
       return Charset.forName(declared.group(1));
     } catch (UnsupportedCharsetException | IllegalCharsetNameException e) {
-      throw new ChartException(
-          "line 1, column 1: the encoding \"" + declared.group(1) + "\" is not known here; use UTF-8", e);
+      throw new ChartException("line 1, column 1: the encoding \"" + declared.group(1)
+              + "\" is not known here; use UTF-8",
+          e);
     }
   }
 
@@ -82,8 +87,10 @@ public final class XmlEncoding {
     try {
       return decoder.decode(in).toString();
     } catch (CharacterCodingException e) {
-      String place = charset == StandardCharsets.UTF_8 ? "line " + line(bytes, in.position()) + ": " : "";
-      throw new ChartException(place + "byte " + in.position() + " is not valid " + charset.name(), e);
+      String place =
+          charset == StandardCharsets.UTF_8 ? "line " + line(bytes, in.position()) + ": " : "";
+      throw new ChartException(
+          place + "byte " + in.position() + " is not valid " + charset.name(), e);
     }
   }
 

@@ -14,8 +14,8 @@ import org.xml.sax.SAXParseException;
 import org.xml.sax.ext.DefaultHandler2;
 
 /**
- * Builds the tree of a document from the parser's events, and words the parser's errors. Comments in front of the root element
- * become its first content; those behind it are not kept.
+ * Builds the tree of a document from the parser's events, and words the parser's errors. Comments
+ * in front of the root element become its first content; those behind it are not kept.
  */
 final class XmlTreeBuilder extends DefaultHandler2 {
   private static final String DOCTYPE = "<!DOCTYPE";
@@ -105,8 +105,8 @@ final class XmlTreeBuilder extends DefaultHandler2 {
     String place = TextPosition.of(text, offset) + ": ";
     if (offset >= text.stripTrailing().length() && root != null && !open.isEmpty()) {
       XmlElement element = open.peek();
-      throw new ChartException(
-          place + "the document ends inside <" + element.name() + ">, which begins at " + element.position(),
+      throw new ChartException(place + "the document ends inside <" + element.name()
+              + ">, which begins at " + element.position(),
           error);
     }
     throw new ChartException(place + "not well-formed XML: " + error.getMessage(), error);

@@ -5,15 +5,20 @@ import java.nio.charset.StandardCharsets;
 import java.util.Map;
 
 /**
- * Writes trees in one canonical form: UTF-8, an XML declaration, two spaces of indentation, attributes in the order of the tree,
- * empty elements closed in their start tag, LF line ends. Trees whose elements hold no text come back equal from the parser.
+ * Writes trees in one canonical form: UTF-8, an XML declaration, two spaces of indentation,
+ * attributes in the order of the tree, empty elements closed in their start tag, LF line ends.
+ * Trees whose elements hold no text come back equal from the parser.
  */
 public final class XmlWriter {
-  private final StringBuilder out = new StringBuilder("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n");
+  private final StringBuilder out =
+      new StringBuilder("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n");
 
   private XmlWriter() {}
 
-  /** The document with this root. Its namespace becomes the default namespace, which all elements must share. */
+  /**
+   * The document with this root. Its namespace becomes the default namespace, which all elements
+   * must share.
+   */
   public static byte[] write(XmlElement root) {
     XmlWriter writer = new XmlWriter();
     writer.element(root, 0, root.namespace());
@@ -60,7 +65,10 @@ public final class XmlWriter {
     out.append('"');
   }
 
-  /** Line ends and tabs are written as references: a parser turns the bare ones in attributes into spaces. */
+  /**
+   * Line ends and tabs are written as references: a parser turns the bare ones in attributes into
+   * spaces.
+   */
   private void escape(String text) {
     for (int i = 0; i < text.length(); i++) {
       char c = text.charAt(i);

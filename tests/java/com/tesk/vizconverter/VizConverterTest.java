@@ -64,11 +64,13 @@ class VizConverterTest {
     assertNull(converter.getErrorMessage());
     assertNull(converter.ConvertGPL("draw bar:\n  x a\n  colour b".getBytes(UTF_8)));
     assertEquals(
-        "line 3, column 3: found \"colour\", expected one of x, y, color, size, label, fill, opacity, bins; "
+        "line 3, column 3: found \"colour\", expected one of x, y, color, size, label, fill, "
+            + "opacity, bins; "
             + "did you mean \"color\"?",
         converter.getErrorMessage());
     assertNull(converter.ConvertXml("<chart".getBytes(UTF_8)));
-    assertEquals(true, converter.getErrorMessage().startsWith("line 1, column 7: not well-formed XML"));
+    assertEquals(
+        true, converter.getErrorMessage().startsWith("line 1, column 7: not well-formed XML"));
     assertNotNull(converter.ConvertXml(XML.getBytes(UTF_8)));
     assertNull(converter.getErrorMessage());
   }
@@ -81,19 +83,23 @@ class VizConverterTest {
     assertEquals("the document is empty", converter.getErrorMessage());
     assertNull(converter.ConvertGPL(new byte[0]));
     assertEquals(
-        "line 1, column 1: the chart has no element; expected one of bar, line, area, point, histogram, box, pie, heatmap",
+        "line 1, column 1: the chart has no element; expected one of bar, line, area, point, "
+            + "histogram, box, pie, heatmap",
         converter.getErrorMessage());
     assertNull(converter.ConvertGPL(new byte[] {'a', (byte) 0xFF}));
     assertEquals("line 1: byte 1 is not valid UTF-8", converter.getErrorMessage());
     assertNull(converter.ConvertGPL("title \"\\u{1}\"\ndraw bar: x a".getBytes(UTF_8)));
-    assertEquals(
-        "line 1, column 7: the text holds the character U+0001, which a chart cannot hold", converter.getErrorMessage());
+    assertEquals("line 1, column 7: the text holds the character U+0001, which a chart cannot hold",
+        converter.getErrorMessage());
     assertNull(converter.ConvertXml("<!DOCTYPE a><a/>".getBytes(UTF_8)));
-    assertEquals(
-        "line 1, column 1: a document type declaration (<!DOCTYPE) is not allowed", converter.getErrorMessage());
+    assertEquals("line 1, column 1: a document type declaration (<!DOCTYPE) is not allowed",
+        converter.getErrorMessage());
   }
 
-  /** Valid texts with bytes changed, left out and doubled: an answer or a reason, never an exception, never "unexpectedly". */
+  /**
+   * Valid texts with bytes changed, left out and doubled: an answer or a reason, never an
+   * exception, never "unexpectedly".
+   */
   @Test
   void damagedInputAlwaysGetsAnAnswerOrAReason() {
     Random random = new Random(99);
@@ -118,7 +124,8 @@ class VizConverterTest {
       String source = new String(damaged, UTF_8);
       assertEquals(result == null, converter.getErrorMessage() != null, source);
       if (result == null) {
-        assertFalse(converter.getErrorMessage().contains("unexpectedly"), () -> converter.getErrorMessage() + "\n" + source);
+        assertFalse(converter.getErrorMessage().contains("unexpectedly"),
+            () -> converter.getErrorMessage() + "\n" + source);
         assertFalse(converter.getErrorMessage().contains("\n"), converter.getErrorMessage());
       }
     }

@@ -19,7 +19,9 @@ class ChartFormatDocumentTest {
     assertTrue(examples.size() >= 8, () -> examples.size() + " examples");
     Set<ElementKind> shown = EnumSet.noneOf(ElementKind.class);
     for (String example : examples) {
-      ChartReader.read(example.getBytes(UTF_8)).elements().forEach(element -> shown.add(element.kind()));
+      ChartReader.read(example.getBytes(UTF_8))
+          .elements()
+          .forEach(element -> shown.add(element.kind()));
     }
     assertEquals(EnumSet.allOf(ElementKind.class), shown);
   }

@@ -15,9 +15,11 @@ import org.junit.jupiter.api.Test;
 
 class ChartSourceTest {
   private static final String XML =
-      "<chart xmlns='urn:chartbridge:chart:2'><elements><bar><x column='größe'/></bar></elements></chart>";
+      "<chart xmlns='urn:chartbridge:chart:2'><elements><bar><x "
+          + "column='größe'/></bar></elements></chart>";
   private static final String OLD =
-      "<chart xmlns='urn:chartbridge:chart:1'><layer type='bar'><x><field name='größe'/></x></layer></chart>";
+      "<chart xmlns='urn:chartbridge:chart:1'><layer type='bar'><x><field "
+          + "name='größe'/></x></layer></chart>";
   private static final String TEXT = "draw bar: x größe";
 
   @Test
@@ -49,9 +51,13 @@ class ChartSourceTest {
   void errorsAreThoseOfTheNotation() {
     ChartException empty = assertThrows(ChartException.class, () -> ChartSource.read(new byte[0]));
     assertEquals("the chart is empty", empty.getMessage());
-    ChartException text = assertThrows(ChartException.class, () -> ChartSource.read("hello".getBytes(UTF_8)));
-    assertTrue(text.getMessage().startsWith("line 1, column 1: found \"hello\", expected one of title"), text.getMessage());
-    ChartException xml = assertThrows(ChartException.class, () -> ChartSource.read("<hello/>".getBytes(UTF_8)));
+    ChartException text =
+        assertThrows(ChartException.class, () -> ChartSource.read("hello".getBytes(UTF_8)));
+    assertTrue(
+        text.getMessage().startsWith("line 1, column 1: found \"hello\", expected one of title"),
+        text.getMessage());
+    ChartException xml =
+        assertThrows(ChartException.class, () -> ChartSource.read("<hello/>".getBytes(UTF_8)));
     assertTrue(xml.getMessage().startsWith("line 1, column 1: found <hello>"), xml.getMessage());
   }
 }

@@ -100,26 +100,18 @@ class ChartWriterTest {
   @Test
   void writesInCanonicalForm() {
     Element bar =
-        new Element(
-            ElementKind.BAR, Channel.of("region"), new Channel("sales", Aggregate.SUM), Channel.of("product"), null,
-            null, Arrangement.STACKED, null, null, 0.8);
-    Element histogram =
-        new Element(
-            ElementKind.HISTOGRAM, Channel.of("w"), Channel.count(), null, null, null, null, 20, "#0072b2", 1);
-    Chart chart =
-        new Chart(
-            new ChartSize(900, 600),
-            new Titles("A < B", null, "two\nlines"),
-            List.of(
-                new ColumnDeclaration("region", ColumnKind.CATEGORY, "Région", null, List.of("N", "S")),
-                new ColumnDeclaration("t", ColumnKind.TIME, null, "yyyy", List.of())),
-            new Axis(ScaleKind.TIME, "", 0.0, 86_400_000.5, false, false, "yyyy"),
-            new Axis(ScaleKind.LOG, null, 0.1, null, true, true, null),
-            List.of(bar, histogram),
-            new Legend(LegendPosition.TOP, null),
-            new Facet("t", 2, false, true),
-            "print",
-            List.of("#0072b2"));
+        new Element(ElementKind.BAR, Channel.of("region"), new Channel("sales", Aggregate.SUM),
+            Channel.of("product"), null, null, Arrangement.STACKED, null, null, 0.8);
+    Element histogram = new Element(ElementKind.HISTOGRAM, Channel.of("w"), Channel.count(), null,
+        null, null, null, 20, "#0072b2", 1);
+    Chart chart = new Chart(new ChartSize(900, 600), new Titles("A < B", null, "two\nlines"),
+        List.of(
+            new ColumnDeclaration("region", ColumnKind.CATEGORY, "Région", null, List.of("N", "S")),
+            new ColumnDeclaration("t", ColumnKind.TIME, null, "yyyy", List.of())),
+        new Axis(ScaleKind.TIME, "", 0.0, 86_400_000.5, false, false, "yyyy"),
+        new Axis(ScaleKind.LOG, null, 0.1, null, true, true, null), List.of(bar, histogram),
+        new Legend(LegendPosition.TOP, null), new Facet("t", 2, false, true), "print",
+        List.of("#0072b2"));
     String expected =
         """
         <?xml version="1.0" encoding="UTF-8"?>
@@ -154,25 +146,27 @@ class ChartWriterTest {
           </palette>
         </chart>
         """;
-    // The region is no time: what is checked here is the writing, so the x axis is exchanged for the check of the rules.
+    // The region is no time: what is checked here is the writing, so the x axis is exchanged for
+    // the check of the rules.
     assertThrows(ChartException.class, () -> ChartWriter.write(chart));
-    Chart valid =
-        new Chart(
-            chart.size(), chart.titles(), List.of(chart.columns().get(0), chart.columns().get(1)), chart.x(), chart.y(),
-            List.of(new Element(ElementKind.BAR, Channel.of("t"), bar.y(), bar.color(), null, null, Arrangement.STACKED, null,
-                null, 0.8), histogram),
-            chart.legend(), chart.facet(), chart.style(), chart.palette());
-    assertEquals(expected.replace("<x column=\"region\"/>", "<x column=\"t\"/>"), new String(ChartWriter.write(valid), UTF_8));
+    Chart valid = new Chart(chart.size(), chart.titles(),
+        List.of(chart.columns().get(0), chart.columns().get(1)), chart.x(), chart.y(),
+        List.of(new Element(ElementKind.BAR, Channel.of("t"), bar.y(), bar.color(), null, null,
+                    Arrangement.STACKED, null, null, 0.8),
+            histogram),
+        chart.legend(), chart.facet(), chart.style(), chart.palette());
+    assertEquals(expected.replace("<x column=\"region\"/>", "<x column=\"t\"/>"),
+        new String(ChartWriter.write(valid), UTF_8));
   }
 
   @Test
   void namesThePartOfAChartThatCannotBeWritten() {
-    Element bar = new Element(ElementKind.BAR, Channel.of("a\u0001"), null, null, null, null, null, null, null, 1);
-    Chart chart =
-        new Chart(
-            ChartSize.DEFAULT, Titles.NONE, List.of(), Axis.DEFAULT, Axis.DEFAULT, List.of(bar), Legend.DEFAULT, null,
-            null, List.of());
+    Element bar = new Element(
+        ElementKind.BAR, Channel.of("a\u0001"), null, null, null, null, null, null, null, 1);
+    Chart chart = new Chart(ChartSize.DEFAULT, Titles.NONE, List.of(), Axis.DEFAULT, Axis.DEFAULT,
+        List.of(bar), Legend.DEFAULT, null, null, List.of());
     ChartException error = assertThrows(ChartException.class, () -> ChartWriter.write(chart));
-    assertEquals("elements[0].x: the text holds the character U+0001, which a chart cannot hold", error.getMessage());
+    assertEquals("elements[0].x: the text holds the character U+0001, which a chart cannot hold",
+        error.getMessage());
   }
 }

@@ -16,7 +16,8 @@ public final class DocumentedBlocks {
   /** The contents of the blocks of that language in {@code docs/}. */
   public static List<String> of(String file, String language) throws IOException {
     Path docs = Path.of(System.getProperty("chartbridge.source"), "docs", file);
-    Pattern block = Pattern.compile("^```" + language + "\\n(.*?)^```$", Pattern.DOTALL | Pattern.MULTILINE);
+    Pattern block =
+        Pattern.compile("^```" + language + "\\n(.*?)^```$", Pattern.DOTALL | Pattern.MULTILINE);
     Matcher matcher = block.matcher(Files.readString(docs));
     List<String> blocks = new ArrayList<>();
     while (matcher.find()) {

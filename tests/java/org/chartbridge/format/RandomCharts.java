@@ -25,12 +25,11 @@ import org.chartbridge.chart.Titles;
 
 /** Makes charts of every shape that the rules allow, the same ones for the same seed. */
 public final class RandomCharts {
-  private static final List<String> NAMES =
-      List.of(
-          "sales", "größe", "net sales", "2024", "count", "sum", "of", "x", "a\"b", "x<y & z", "价格", "\uD83D\uDE00",
-          "back\\slash", "a.b_c", " lead", "trail ", "l1\nl2", "tab\tbed", "cr\rlf", "//", "#0072b2", "it's", "title");
-  private static final List<String> TEXTS =
-      List.of("", "Sales", "in € & more", "<b>", "\"quoted\"", "two\nlines", "  spaces  ", "\uD83D\uDE80 up", "]]>", "--");
+  private static final List<String> NAMES = List.of("sales", "größe", "net sales", "2024", "count",
+      "sum", "of", "x", "a\"b", "x<y & z", "价格", "\uD83D\uDE00", "back\\slash", "a.b_c", " lead",
+      "trail ", "l1\nl2", "tab\tbed", "cr\rlf", "//", "#0072b2", "it's", "title");
+  private static final List<String> TEXTS = List.of("", "Sales", "in € & more", "<b>", "\"quoted\"",
+      "two\nlines", "  spaces  ", "\uD83D\uDE80 up", "]]>", "--");
 
   private final Random random;
 
@@ -59,17 +58,14 @@ public final class RandomCharts {
     while (random.nextInt(3) == 0) {
       palette.add(color());
     }
-    return new Chart(
-        random.nextBoolean() ? ChartSize.DEFAULT : new ChartSize(16 + random.nextInt(9985), 16 + random.nextInt(9985)),
-        new Titles(text(), text(), text()),
-        columns(),
-        axis(),
-        axis(),
-        elements,
+    return new Chart(random.nextBoolean()
+            ? ChartSize.DEFAULT
+            : new ChartSize(16 + random.nextInt(9985), 16 + random.nextInt(9985)),
+        new Titles(text(), text(), text()), columns(), axis(), axis(), elements,
         new Legend(random.nextBoolean() ? null : pick(LegendPosition.values()), text()),
-        random.nextInt(3) > 0 ? null : new Facet(name(), maybe(1 + random.nextInt(100)), flip(), flip()),
-        random.nextInt(3) > 0 ? null : pick(NAMES),
-        palette);
+        random.nextInt(3) > 0 ? null
+                              : new Facet(name(), maybe(1 + random.nextInt(100)), flip(), flip()),
+        random.nextInt(3) > 0 ? null : pick(NAMES), palette);
   }
 
   private List<ColumnDeclaration> columns() {
@@ -78,7 +74,9 @@ public final class RandomCharts {
     List<ColumnDeclaration> columns = new ArrayList<>();
     for (String name : names.subList(0, random.nextInt(4))) {
       ColumnKind kind = pick(ColumnKind.values());
-      String pattern = kind == ColumnKind.TIME && flip() ? pick(List.of("yyyy", "dd.MM.yyyy", "yyyy-MM-dd'T'HH:mm")) : null;
+      String pattern = kind == ColumnKind.TIME && flip()
+          ? pick(List.of("yyyy", "dd.MM.yyyy", "yyyy-MM-dd'T'HH:mm"))
+          : null;
       List<String> order = new ArrayList<>(NAMES);
       Collections.shuffle(order, random);
       int known = kind == ColumnKind.CATEGORY ? random.nextInt(4) : 0;
@@ -97,9 +95,12 @@ public final class RandomCharts {
   }
 
   private Double limit(ScaleKind scale) {
-    double[] limits = {0, -0.0, 1, -5, 0.1, 1e-7, 1.5e300, -2.5e-300, 1e15, 123456789.125, Math.PI, random.nextGaussian()};
+    double[] limits = {0, -0.0, 1, -5, 0.1, 1e-7, 1.5e300, -2.5e-300, 1e15, 123456789.125, Math.PI,
+        random.nextGaussian()};
     double time = Math.rint(random.nextGaussian() * 1e13);
-    return random.nextInt(3) > 0 ? null : scale == ScaleKind.TIME && flip() ? dayOrMilli(time) : limits[random.nextInt(12)];
+    return random.nextInt(3) > 0            ? null
+        : scale == ScaleKind.TIME && flip() ? dayOrMilli(time)
+                                            : limits[random.nextInt(12)];
   }
 
   private double dayOrMilli(double time) {
@@ -112,10 +113,10 @@ public final class RandomCharts {
     Arrangement arrangement = arrangements.isEmpty() || flip() ? null : pick(arrangements);
     Channel color = channel(kind, "color");
     boolean fill = color == null && kind != ElementKind.PIE && flip();
-    return new Element(
-        kind, channel(kind, "x"), channel(kind, "y"), color, channel(kind, "size"), channel(kind, "label"), arrangement,
-        kind == ElementKind.HISTOGRAM ? maybe(1 + random.nextInt(500)) : null, fill ? color() : null,
-        flip() ? 1 : random.nextInt(11) / 10.0);
+    return new Element(kind, channel(kind, "x"), channel(kind, "y"), color, channel(kind, "size"),
+        channel(kind, "label"), arrangement,
+        kind == ElementKind.HISTOGRAM ? maybe(1 + random.nextInt(500)) : null,
+        fill ? color() : null, flip() ? 1 : random.nextInt(11) / 10.0);
   }
 
   private Channel channel(ElementKind kind, String name) {
@@ -127,7 +128,8 @@ public final class RandomCharts {
       return Channel.of(name());
     }
     Aggregate aggregate = pick(Aggregate.values());
-    return aggregate == Aggregate.COUNT && flip() ? Channel.count() : new Channel(name(), aggregate);
+    return aggregate == Aggregate.COUNT && flip() ? Channel.count()
+                                                  : new Channel(name(), aggregate);
   }
 
   private String name() {

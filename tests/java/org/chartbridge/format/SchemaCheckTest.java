@@ -22,8 +22,11 @@ class SchemaCheckTest {
 
   @Test
   void saysAtWhichElementADocumentLeavesTheSchema() {
-    ChartException error = check("<chart xmlns='urn:chartbridge:chart:2'>\n <legend where='top'/></chart>");
-    assertTrue(error.getMessage().startsWith("line 2, column 2: <legend> is not allowed like this: cvc-"), error.getMessage());
+    ChartException error =
+        check("<chart xmlns='urn:chartbridge:chart:2'>\n <legend where='top'/></chart>");
+    assertTrue(
+        error.getMessage().startsWith("line 2, column 2: <legend> is not allowed like this: cvc-"),
+        error.getMessage());
     assertTrue(error.getMessage().contains("'where' is not allowed"), error.getMessage());
   }
 
@@ -39,9 +42,12 @@ class SchemaCheckTest {
 
   /** The structural mistakes that the reader words by itself are mistakes for the schema too. */
   static List<Arguments> structuralMistakes() {
-    return ChartReaderTest.mistakes().stream()
-        .filter(mistake -> !mistake.get()[1].toString().matches(".*(which is not above|a heat map needs|a line needs).*")
-            || mistake.get()[1].toString().contains("needs color"))
+    return ChartReaderTest.mistakes()
+        .stream()
+        .filter(mistake
+            -> !mistake.get()[1].toString().matches(
+                   ".*(which is not above|a heat map needs|a line needs).*")
+                || mistake.get()[1].toString().contains("needs color"))
         .toList();
   }
 
@@ -57,10 +63,15 @@ class SchemaCheckTest {
   @Test
   void compilesOnceForManyThreads() throws InterruptedException {
     SchemaCheck schema = new SchemaCheck("chart-format.xsd");
-    String xml = "<chart xmlns='urn:chartbridge:chart:2'><elements><bar><x column='a'/></bar></elements></chart>";
-    List<Thread> threads = java.util.stream.IntStream.range(0, 8)
-        .mapToObj(i -> new Thread(() -> assertNull(schema.firstError(SafeXml.parse(xml.getBytes(UTF_8))))))
-        .toList();
+    String xml =
+        "<chart xmlns='urn:chartbridge:chart:2'><elements><bar><x "
+            + "column='a'/></bar></elements></chart>";
+    List<Thread> threads =
+        java.util.stream.IntStream.range(0, 8)
+            .mapToObj(i
+                -> new Thread(
+                    () -> assertNull(schema.firstError(SafeXml.parse(xml.getBytes(UTF_8))))))
+            .toList();
     List<Throwable> failures = java.util.Collections.synchronizedList(new java.util.ArrayList<>());
     threads.forEach(thread -> thread.setUncaughtExceptionHandler((t, e) -> failures.add(e)));
     threads.forEach(Thread::start);

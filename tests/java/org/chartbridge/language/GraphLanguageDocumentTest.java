@@ -6,14 +6,21 @@ import static org.junit.jupiter.api.Assertions.assertEquals;
 import static org.junit.jupiter.api.Assertions.assertTrue;
 
 import java.io.IOException;
-import java.util.ArrayList;
+import java.util.Arrays;
 import java.util.EnumSet;
 import java.util.List;
 import java.util.Set;
+import java.util.TreeSet;
 import java.util.regex.Matcher;
 import java.util.regex.Pattern;
+import org.chartbridge.chart.Aggregate;
+import org.chartbridge.chart.Arrangement;
 import org.chartbridge.chart.Chart;
+import org.chartbridge.chart.ColumnKind;
 import org.chartbridge.chart.ElementKind;
+import org.chartbridge.chart.LegendPosition;
+import org.chartbridge.chart.ScaleKind;
+import org.chartbridge.chart.Words;
 import org.chartbridge.format.ChartReader;
 import org.chartbridge.format.ChartWriter;
 import org.chartbridge.format.DocumentedBlocks;
@@ -41,7 +48,9 @@ class GraphLanguageDocumentTest {
     Set<ElementKind> shown = EnumSet.noneOf(ElementKind.class);
     for (String block : blocks) {
       boolean draws = block.contains("draw ");
-      read(draws ? block : block + "draw bar: x a").elements().forEach(element -> shown.add(element.kind()));
+      read(draws ? block : block + "draw bar: x a")
+          .elements()
+          .forEach(element -> shown.add(element.kind()));
     }
     assertTrue(shown.size() >= 6, shown::toString);
   }
@@ -51,18 +60,22 @@ class GraphLanguageDocumentTest {
   void theGrammarHasTheWordsOfTheLanguage() throws IOException {
     String grammar = DocumentedBlocks.of("graph-language.md", "ebnf").get(0);
     Matcher matcher = Pattern.compile("\"([a-z]{1,9})\"").matcher(grammar);
-    Set<String> words = new java.util.TreeSet<>();
+    Set<String> words = new TreeSet<>();
     while (matcher.find()) {
       words.add(matcher.group(1));
     }
-    List<String> known = new ArrayList<>(List.of(
-        "title subtitle caption size by style palette column label number time written category draw axis legend panels"
-            .split(" ")));
-    known.addAll(List.of("grouped stacked filled overlaid bar line area point histogram box pie heatmap".split(" ")));
-    known.addAll(List.of("x y color fill opacity bins count sum mean median min max of".split(" ")));
-    known.addAll(List.of("auto linear log from to format reversed no grid".split(" ")));
-    known.addAll(List.of("right bottom top left none rows free".split(" ")));
-    known.addAll(List.of("e", "n", "t"));
-    assertEquals(new java.util.TreeSet<>(known), words);
+    String keywords =
+        """
+        title subtitle caption size by style palette column label written draw axis legend panels
+        x y color fill opacity bins of from to format reversed no grid rows free e n t
+        """;
+    Set<String> known = new TreeSet<>(Arrays.asList(keywords.strip().split("\\s+")));
+    known.addAll(Words.all(ColumnKind.class));
+    known.addAll(Words.all(Arrangement.class));
+    known.addAll(Words.all(ElementKind.class));
+    known.addAll(Words.all(Aggregate.class));
+    known.addAll(Words.all(ScaleKind.class));
+    known.addAll(Words.all(LegendPosition.class));
+    assertEquals(known, words);
   }
 }

@@ -68,14 +68,15 @@ class GraphLanguageTest {
             new Titles("T", "S", "C"),
             List.of(
                 new ColumnDeclaration("d", ColumnKind.TIME, "Day", "dd.MM.yyyy", List.of()),
-                new ColumnDeclaration("r", ColumnKind.CATEGORY, "Region", null, List.of("N", "far S")),
+                new ColumnDeclaration(
+                    "r", ColumnKind.CATEGORY, "Region", null, List.of("N", "far S")),
                 new ColumnDeclaration("n", ColumnKind.NUMBER, null, null, List.of())),
             new Axis(ScaleKind.TIME, null, 1706659200000.0, 1706695200000.0, false, true, "yyyy"),
             new Axis(ScaleKind.LOG, "", 1.0, 1000.0, true, false, "#,##0"),
             List.of(
                 new Element(
-                    ElementKind.LINE, Channel.of("d"), new Channel("n", Aggregate.MEAN), null, null, Channel.of("r"),
-                    null, null, "#000000", 0.5)),
+                    ElementKind.LINE, Channel.of("d"), new Channel("n", Aggregate.MEAN), null,
+                    null, Channel.of("r"), null, null, "#000000", 0.5)),
             new Legend(LegendPosition.BOTTOM, "L"),
             new Facet("r", 3, false, false),
             "dark",
@@ -85,12 +86,10 @@ class GraphLanguageTest {
 
   @Test
   void leavesEverythingElseAtItsDefault() {
-    Element bar =
-        new Element(ElementKind.BAR, Channel.of("a"), null, null, null, null, Arrangement.GROUPED, null, null, 1);
-    Chart expected =
-        new Chart(
-            ChartSize.DEFAULT, Titles.NONE, List.of(), Axis.DEFAULT, Axis.DEFAULT, List.of(bar), Legend.DEFAULT, null,
-            null, List.of());
+    Element bar = new Element(ElementKind.BAR, Channel.of("a"), null, null, null, null,
+        Arrangement.GROUPED, null, null, 1);
+    Chart expected = new Chart(ChartSize.DEFAULT, Titles.NONE, List.of(), Axis.DEFAULT,
+        Axis.DEFAULT, List.of(bar), Legend.DEFAULT, null, null, List.of());
     assertEquals(expected, read("draw bar: x a"));
   }
 
@@ -98,7 +97,8 @@ class GraphLanguageTest {
   @EnumSource(ElementKind.class)
   void readsEveryElement(ElementKind kind) {
     String color = kind == ElementKind.HEATMAP ? ", color c" : "";
-    Element element = element("draw " + kind.name().toLowerCase(Locale.ROOT) + ": x a, y b" + color);
+    Element element =
+        element("draw " + kind.name().toLowerCase(Locale.ROOT) + ": x a, y b" + color);
     assertEquals(kind, element.kind());
     assertEquals(Channel.of("a"), element.x());
     assertEquals(Channel.of("b"), element.y());
@@ -154,10 +154,13 @@ class GraphLanguageTest {
   }
 
   @ParameterizedTest
-  @CsvSource(value = {"from 1 to 2|1|2", "from 1, to 2|1|2", "to 2, from 1|1|2", "from -1.5e-3|-0.0015|", "to +.5||0.5",
-      "from 5.|5|", "from 1970-01-02|86400000|", "to 1970-01-01T00:00:01.5||1500", "to 1970-01-01T01:00+01:00||0",
-      "from 1970-01-01T00:00Z|0|"}, delimiter = '|')
-  void readsAxisLimits(String clause, Double min, Double max) {
+  @CsvSource(value = {"from 1 to 2|1|2", "from 1, to 2|1|2", "to 2, from 1|1|2",
+                 "from -1.5e-3|-0.0015|", "to +.5||0.5", "from 5.|5|", "from 1970-01-02|86400000|",
+                 "to 1970-01-01T00:00:01.5||1500", "to 1970-01-01T01:00+01:00||0",
+                 "from 1970-01-01T00:00Z|0|"},
+      delimiter = '|')
+  void
+  readsAxisLimits(String clause, Double min, Double max) {
     Axis axis = read("axis y: " + clause + BAR).y();
     assertEquals(min, axis.min());
     assertEquals(max, axis.max());
@@ -173,13 +176,15 @@ class GraphLanguageTest {
   @Test
   void readsPanels() {
     assertEquals(new Facet("r", null, true, true), read("panels by r" + BAR).facet());
-    assertEquals(new Facet("a b", 2, true, false), read("panels by \"a b\": free y, rows of 2" + BAR).facet());
+    assertEquals(new Facet("a b", 2, true, false),
+        read("panels by \"a b\": free y, rows of 2" + BAR).facet());
     assertNull(read(BAR).facet());
   }
 
   @Test
   void readsEscapesInTexts() {
-    assertEquals("\" \\ \n \t € \uD83D\uDE00 // #", read("title \"\\\" \\\\ \\n \\t \\u{20AC} \\u{1f600} // #\"" + BAR).titles().title());
+    assertEquals("\" \\ \n \t € \uD83D\uDE00 // #",
+        read("title \"\\\" \\\\ \\n \\t \\u{20AC} \\u{1f600} // #\"" + BAR).titles().title());
     assertEquals("", read("title \"\"" + BAR).titles().title());
   }
 
@@ -205,10 +210,8 @@ class GraphLanguageTest {
     "\tdraw bar:\n\t\tx a\n\t\ty b\n\t\tcolor c\n\t// x\n",
   })
   void laysOutStatementsFreely(String source) {
-    Element expected =
-        new Element(
-            ElementKind.BAR, Channel.of("a"), Channel.of("b"), Channel.of("c"), null, null, Arrangement.GROUPED, null,
-            null, 1);
+    Element expected = new Element(ElementKind.BAR, Channel.of("a"), Channel.of("b"),
+        Channel.of("c"), null, null, Arrangement.GROUPED, null, null, 1);
     for (String lineEnd : List.of("\n", "\r\n", "\r")) {
       String text = source.replace("\n", lineEnd);
       assertEquals(expected, element(text));
@@ -218,7 +221,10 @@ class GraphLanguageTest {
 
   @Test
   void listsBreakAfterTheirSigns() {
-    Chart chart = read("palette\n  #000000,\n  #111111\ncolumn c:\n  category a <\n    b <\n    \"c d\",\n  label \"C\"" + BAR);
+    Chart chart = read(
+        "palette\n  #000000,\n  #111111\ncolumn c:\n  category a <\n    b <\n    \"c d\",\n  "
+            + "label \"C\""
+        + BAR);
     assertEquals(List.of("#000000", "#111111"), chart.palette());
     assertEquals(List.of("a", "b", "c d"), chart.columns().get(0).order());
     assertEquals("C", chart.columns().get(0).label());
@@ -229,8 +235,10 @@ class GraphLanguageTest {
 
   @Test
   void statementsComeInAnyOrder() {
-    Chart one = read("title \"T\"\ndraw bar: x a\ndraw line: x a, y b\naxis y: log\ncolumn a: category");
-    Chart two = read("column a: category\naxis y: log\ndraw bar: x a\ntitle \"T\"\ndraw line: x a, y b");
+    Chart one =
+        read("title \"T\"\ndraw bar: x a\ndraw line: x a, y b\naxis y: log\ncolumn a: category");
+    Chart two =
+        read("column a: category\naxis y: log\ndraw bar: x a\ntitle \"T\"\ndraw line: x a, y b");
     assertEquals(one, two);
     assertEquals(2, one.elements().size());
   }

@@ -17,7 +17,10 @@ import org.chartbridge.chart.Legend;
 import org.chartbridge.chart.ScaleKind;
 import org.chartbridge.chart.Words;
 
-/** Writes charts in the graph language, to see that the language can say everything that the model holds. */
+/**
+ * Writes charts in the graph language, to see that the language can say everything that the model
+ * holds.
+ */
 final class GraphText {
   private final StringBuilder out = new StringBuilder();
   private final String separator;
@@ -70,7 +73,8 @@ final class GraphText {
       kind.append(" written ").append(quoted(column.pattern()));
     }
     if (!column.order().isEmpty()) {
-      kind.append(' ').append(String.join(" < ", column.order().stream().map(GraphText::quoted).toList()));
+      kind.append(' ').append(
+          String.join(" < ", column.order().stream().map(GraphText::quoted).toList()));
     }
     List<String> clauses = new ArrayList<>(List.of(kind.toString()));
     if (column.label() != null) {

@@ -61,13 +61,15 @@ class SafeXmlTest {
 
   @Test
   void keepsCommentsInFrontOfTheRoot() {
-    assertEquals(List.of(new XmlComment("one"), new XmlComment("two")), parse("<!--one--><!--two--><a/><!--3-->").content());
+    assertEquals(List.of(new XmlComment("one"), new XmlComment("two")),
+        parse("<!--one--><!--two--><a/><!--3-->").content());
   }
 
   @ParameterizedTest
   @ValueSource(strings = {"\n", "\r\n", "\r"})
   void knowsWhereElementsAndAttributesStand(String lineEnd) {
-    String xml = String.join(lineEnd, "<a>", "  <b  x = 'a=\"1\"'", "     y=\"2\"/>\uD83D\uDE00<c", "/>", "</a>");
+    String xml = String.join(
+        lineEnd, "<a>", "  <b  x = 'a=\"1\"'", "     y=\"2\"/>\uD83D\uDE00<c", "/>", "</a>");
     XmlElement root = parse(xml);
     assertEquals(new TextPosition(1, 1), root.position());
     XmlElement b = root.child("b");
@@ -121,8 +123,10 @@ class SafeXmlTest {
 
   @Test
   void saysWhereATruncatedDocumentEnds() {
-    assertEquals("line 2, column 4: the document ends inside <b>, which begins at line 1, column 4", error("<a><b>\nabc"));
-    assertEquals("line 1, column 8: the document ends inside <a>, which begins at line 1, column 1", error("<a><b x"));
+    assertEquals("line 2, column 4: the document ends inside <b>, which begins at line 1, column 4",
+        error("<a><b>\nabc"));
+    assertEquals("line 1, column 8: the document ends inside <a>, which begins at line 1, column 1",
+        error("<a><b x"));
     assertTrue(error("<a").startsWith("line 1, column 3: not well-formed XML: "));
     assertEquals("the document is empty", error(""));
     assertEquals("the document is empty", error(" \n"));
@@ -140,7 +144,8 @@ class SafeXmlTest {
 
   @Test
   void rejectsEveryDocumentTypeDeclaration() {
-    assertEquals("line 2, column 1: a document type declaration (<!DOCTYPE) is not allowed", error("\n<!DOCTYPE a><a/>"));
+    assertEquals("line 2, column 1: a document type declaration (<!DOCTYPE) is not allowed",
+        error("\n<!DOCTYPE a><a/>"));
     assertEquals(
         "line 1, column 1: a document type declaration (<!DOCTYPE) is not allowed",
         error("<!DOCTYPE a SYSTEM 'http://localhost:1/a.dtd'><a/>"));
@@ -156,11 +161,16 @@ class SafeXmlTest {
   void anEntityBombIsRefusedAtOnce() {
     StringBuilder bomb = new StringBuilder("<!DOCTYPE a [<!ENTITY e0 'lol'>");
     for (int i = 1; i < 30; i++) {
-      bomb.append("<!ENTITY e").append(i).append(" '").append(("&e" + (i - 1) + ";").repeat(10)).append("'>");
+      bomb.append("<!ENTITY e")
+          .append(i)
+          .append(" '")
+          .append(("&e" + (i - 1) + ";").repeat(10))
+          .append("'>");
     }
     bomb.append("]><a>&e29;</a>");
     String message = assertTimeout(Duration.ofSeconds(2), () -> error(bomb.toString()));
-    assertEquals("line 1, column 1: a document type declaration (<!DOCTYPE) is not allowed", message);
+    assertEquals(
+        "line 1, column 1: a document type declaration (<!DOCTYPE) is not allowed", message);
   }
 
   @Test
@@ -182,7 +192,8 @@ class SafeXmlTest {
   @Test
   void inclusionsAreNotFollowed() throws IOException {
     Path secret = Files.writeString(folder.resolve("secret.txt"), "secret");
-    String include = "<a xmlns:xi='http://www.w3.org/2001/XInclude'><xi:include parse='text' href='" + secret.toUri() + "'/></a>";
+    String include = "<a xmlns:xi='http://www.w3.org/2001/XInclude'><xi:include parse='text' href='"
+        + secret.toUri() + "'/></a>";
     XmlElement root = parse(include);
     assertEquals("include", root.children().get(0).name());
     assertEquals("", root.text());

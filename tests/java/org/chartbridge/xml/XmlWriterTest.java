@@ -12,7 +12,8 @@ class XmlWriterTest {
   void writesOneCanonicalForm() {
     XmlElement root = new XmlElement("urn:n", "a").with("x", "1").with("none", null);
     root.with(new XmlElement("urn:n", "b").with("y", "<&>\"'\n\t\r"));
-    root.with(new XmlComment(" why ")).with(new XmlElement("urn:n", "c").with(new XmlElement("urn:n", "d")));
+    root.with(new XmlComment(" why "))
+        .with(new XmlElement("urn:n", "c").with(new XmlElement("urn:n", "d")));
     String expected =
         """
         <?xml version="1.0" encoding="UTF-8"?>
@@ -30,7 +31,8 @@ class XmlWriterTest {
   @Test
   void whatItWritesIsReadBackTheSame() {
     String value = "<&>\"'\n\t\r \uD83D\uDE00 é ]]>";
-    byte[] once = XmlWriter.write(new XmlElement("", "a").with("x", value).with(new XmlElement("", "b")));
+    byte[] once =
+        XmlWriter.write(new XmlElement("", "a").with("x", value).with(new XmlElement("", "b")));
     XmlElement read = SafeXml.parse(once);
     assertEquals(value, read.attribute("x"));
     assertArrayEquals(once, XmlWriter.write(read));
@@ -39,6 +41,7 @@ class XmlWriterTest {
   @Test
   void keepsText() {
     XmlElement root = new XmlElement("", "a").with(new XmlText("  ")).with(new XmlText(" t<u "));
-    assertEquals("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<a>\n  t&lt;u\n</a>\n", new String(XmlWriter.write(root), UTF_8));
+    assertEquals("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<a>\n  t&lt;u\n</a>\n",
+        new String(XmlWriter.write(root), UTF_8));
   }
 }
