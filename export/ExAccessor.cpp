@@ -22,7 +22,8 @@ ExAccessor* ExAccessor::CreateInstance() {
   } else if (!jvm->StartJVM()) {
     return nullptr;
   }
-  return new ExAccessor(jvm->GetEnv());
+  JNIEnv* threadEnv = TeskJVM::GetInstance()->GetEnv();
+  return new ExAccessor(threadEnv);
 }
 
 ExAccessor* ExAccessor::GetCurrentInstance() { return s_pCurrentInstance; }

@@ -62,7 +62,9 @@ bool TreeEditor::StartEditor(JNIEnv* /*env*/, const std::string& codepage,
   _codepage = codepage;
   const FloatEnvGuard guard;
   if (_editor != nullptr) return true;
-  _editor = new JTreeEditor(AttachedEnv());
+  // Attached before the binding is allocated, not as its argument.
+  JNIEnv* threadEnv = AttachedEnv();
+  _editor = new JTreeEditor(threadEnv);
   SetSchemaPath(schemaPath);
   return true;
 }
