@@ -33,7 +33,8 @@ std::string ToNativeText(const std::string& utf8) {
   const std::string codeset = nl_langinfo(CODESET);
   if (codeset == "UTF-8") return utf8;
   iconv_t converter = iconv_open((codeset + "//TRANSLIT").c_str(), "UTF-8");
-  if (converter == reinterpret_cast<iconv_t>(-1)) return utf8;
+  // The failure value of iconv_open is a pointer made of -1.
+  if (converter == reinterpret_cast<iconv_t>(-1)) return utf8;  // NOLINT(performance-no-int-to-ptr)
 
   std::string input = utf8;
   char* from = input.data();
