@@ -7,8 +7,10 @@
 #include <cfenv>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <map>
 #include <memory>
+#include <new>
 #include <sstream>
 #include <type_traits>
 #include <vector>
@@ -187,6 +189,22 @@ TEST_F(LayoutTest, BindingsForgetTheirEnvBeforeTheirBase) {
   imager->~JChartImager();
   const volatile unsigned char* bytes = memory.data();
   for (std::size_t i = kWord; i < 2 * kWord; ++i) EXPECT_EQ(bytes[i], 0) << i;
+}
+
+TEST_F(LayoutTest, TheConvertersBindingForgetsItsEnvToo) {
+  jvm.ClassWithConstructor("com/tesk/vizconverter/VizConverter");
+  VizConverter converter;
+  converter.StartConverter(jvm.Env());
+  auto* binding = FieldAt<JAccessor*>(&converter, 0);
+  EXPECT_EQ(FieldAt<JNIEnv*>(binding, kWord), jvm.Env());
+  // The complete destructor, which leaves the memory there to be looked at.
+  using Destructor = void (*)(void*);
+  FieldAt<const Destructor*>(binding, 0)[0](binding);
+  EXPECT_EQ(FieldAt<JNIEnv*>(binding, kWord), nullptr);
+  ::operator delete(binding);
+  // The converter must not delete it again.
+  JAccessor* const none = nullptr;
+  std::memcpy(static_cast<void*>(&converter), &none, sizeof none);
 }
 
 TEST_F(LayoutTest, UnicodeConverter) {

@@ -43,6 +43,7 @@ TEST_F(UnicodeConverterTest, LengthCountsUnitsNotBytesOrCharacters) {
 TEST_F(UnicodeConverterTest, TwoZeroUnitsFollowTheText) {
   for (const std::string text : {"", "a", "ab", "abc", "a longer text"}) {
     const UnicodeConverter converter(text);
+    ASSERT_NE(converter.toString(), nullptr) << text;
     const unsigned short* end = converter.toString() + converter.length();
     EXPECT_EQ(end[0], 0) << text;
     EXPECT_EQ(end[1], 0) << text;

@@ -5,9 +5,12 @@
 #include <cfenv>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <functional>
 #include <memory>
 #include <new>
+#include <string>
+#include <vector>
 
 #include "tests/support/AllocationProbe.h"
 #include "tests/support/ContractTest.h"
@@ -279,23 +282,34 @@ TEST_F(VizConverterTest, AThrowingJavaMethodAddsOneDumpRecord) {
   std::string xml;
   EXPECT_FALSE(converter.GPLtoXML("g", xml));
   unsetenv("DumpChartTimePath");
-  std::size_t files = 0;
+  std::vector<std::string> records;
   for (const auto& entry : std::filesystem::directory_iterator(folder)) {
-    files += entry.file_size() > 0 ? 1 : 0;
+    std::ifstream file(entry.path());
+    std::string line;
+    while (std::getline(file, line)) {
+      if (line.rfind(" time = ", 0) == 0) records.push_back(line.substr(line.find(" Message")));
+    }
   }
   std::filesystem::remove_all(folder);
-  EXPECT_EQ(files, 1U);
+  EXPECT_EQ(records, std::vector<std::string>{" Message : JAccessor::exceptionCheck()"});
 }
 
-TEST_F(VizConverterTest, AMissingMethodGoesOnWithNoMethod) {
+TEST_F(VizConverterTest, AMissingMethodIsLoggedAndTheCallGoesOn) {
   Start();
   const jthrowable missing = jvm.MakeThrowable("java/lang/NoSuchMethodError", "ConvertGPL");
-  const jthrowable null_call = jvm.MakeThrowable("java/lang/NullPointerException", "call");
   jvm.Fail("GetMethodID", 1, missing);
-  jvm.Fail("CallObjectMethod", 7, null_call);
   std::string xml = "before";
   EXPECT_FALSE(converter.GPLtoXML("g", xml));
   EXPECT_EQ(xml, "before");
+  EXPECT_EQ(jvm.Pending(), nullptr);
+  const Events begin = Seq("lock depth=1", Attach(), ByteArrayArgument(1, "g"),
+                           "GetMethodID(class com/tesk/vizconverter/VizConverter, ConvertGPL, "
+                           "([B)[B)",
+                           PendingException(missing), "CallObjectMethod(VizConverter@1, null)");
+  const Events events = EventLog::Get().Texts();
+  ASSERT_GT(events.size(), begin.size());
+  EXPECT_TRUE(
+      SameEvents(begin, Events(events.begin(), events.begin() + static_cast<long>(begin.size()))));
 }
 
 TEST_F(VizConverterTest, ElementsThatJavaDoesNotGiveAreFailure) {
@@ -372,6 +386,20 @@ TEST_F(VizConverterTest, ExceptionsOfTheAttachPropagateWithTheLockReleased) {
   EXPECT_EQ(Thrown([&] { converter.UpgradeXML("g", xml); }), "std::bad_alloc");
   EXPECT_TRUE(Happened(Seq("lock depth=1", Attach(), "unlock depth=0")));
   EXPECT_EQ(xml, "before");
+}
+
+TEST_F(VizConverterTest, ExceptionsOfTheAttachPropagateOutOfGetErrorMessage) {
+  Start();
+  const std::pair<std::function<void()>, std::string> cases[] = {
+      {[] { throw JException("a", "b", "c"); }, "JException(a, b, c)"},
+      {[] { throw &kThrown; }, "JException*(a, b, c)"},
+      {[] { throw 7; }, "int(7)"},
+      {[] { throw std::bad_alloc(); }, "std::bad_alloc"}};
+  for (const auto& [action, expected] : cases) {
+    FakePlatform::Get().on_attach = action;
+    EXPECT_EQ(Thrown([this] { converter.GetErrorMessage(); }), expected);
+    EXPECT_TRUE(Happened(Seq("lock depth=1", Attach(), "unlock depth=0")));
+  }
 }
 
 TEST_F(VizConverterTest, ConversionsWithoutABindingFailWithoutJava) {
