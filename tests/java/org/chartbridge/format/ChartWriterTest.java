@@ -31,7 +31,7 @@ import org.chartbridge.chart.Titles;
 import org.junit.jupiter.api.Test;
 
 class ChartWriterTest {
-  private static final int CHARTS = 3_000;
+  private static final int CHARTS = 1_000;
 
   @Test
   void readsBackEveryChartAsItWas() {
