@@ -3,12 +3,13 @@ package org.chartbridge.data;
 
 import static java.nio.charset.StandardCharsets.UTF_8;
 import static org.junit.jupiter.api.Assertions.assertEquals;
-import static org.junit.jupiter.api.Assertions.assertTimeout;
+import static org.junit.jupiter.api.Assertions.assertTrue;
 
 import java.io.IOException;
+import java.lang.management.ManagementFactory;
+import java.lang.management.ThreadMXBean;
 import java.nio.ByteBuffer;
 import java.nio.file.Path;
-import java.time.Duration;
 import java.util.List;
 import java.util.concurrent.TimeUnit;
 import org.junit.jupiter.api.Test;
@@ -69,11 +70,15 @@ class MillionRowsTest {
     assertEquals(0, process.exitValue());
   }
 
-  /** Ten times what it takes here (0.3 s), so that only a change of kind fails. */
+  /** Processor time, which other work on the machine does not stretch; 0.1 to 0.3 s are normal. */
   @Test
-  void takeASecondsFraction() {
+  void takeAFractionOfASecond() {
     ByteBuffer csv = csv();
-    assertTimeout(Duration.ofSeconds(3), () -> check(CsvReader.read(csv, List.of(), null)));
+    ThreadMXBean thread = ManagementFactory.getThreadMXBean();
+    long start = thread.getCurrentThreadCpuTime();
+    check(CsvReader.read(csv, List.of(), null));
+    long millis = (thread.getCurrentThreadCpuTime() - start) / 1_000_000;
+    assertTrue(millis < 2000, millis + " ms");
   }
 
   @Test
