@@ -27,13 +27,14 @@ const char* SkipArray(const char* at) {
 std::atomic<const BufferMethods::Node*> BufferMethods::buckets_[kBuckets];
 
 void BufferMethods::Note(jmethodID id, const char* signature) {
-  const bool takes = TakesByteBuffer(signature);
   const std::string* known = Find(id);
-  if (!takes && known == nullptr) return;
+  if (std::strstr(signature, kTypeName) == nullptr && known == nullptr) return;
   try {
-    std::string parameters = takes ? ParametersOf(signature) : std::string();
-    if (known != nullptr && *known == parameters) return;
-    Remember(id, std::move(parameters));
+    std::string parameters = ParametersOf(signature);
+    const bool takes = parameters.find(kByteBuffer) != std::string::npos;
+    if (!takes) parameters.clear();
+    const bool isNews = known == nullptr ? takes : *known != parameters;
+    if (isNews) Remember(id, std::move(parameters));
   } catch (const std::bad_alloc&) {
     // The method stays unknown, and its calls go to the JVM as they are.
   }
@@ -44,14 +45,6 @@ const std::string* BufferMethods::FindIn(const Node* node, jmethodID id) {
   // The ID of an unloaded method may come back as one without a ByteBuffer: its newest entry is
   // then empty.
   return node == nullptr || node->parameters.empty() ? nullptr : &node->parameters;
-}
-
-bool BufferMethods::TakesByteBuffer(const char* signature) {
-  const char* type = std::strstr(signature, kTypeName);
-  if (type == nullptr) return false;
-  const char* end = std::strchr(signature, ')');
-  return end != nullptr && type < end &&
-         ParametersOf(signature).find(kByteBuffer) != std::string::npos;
 }
 
 std::string BufferMethods::ParametersOf(const char* signature) {

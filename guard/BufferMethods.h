@@ -47,7 +47,6 @@ class BufferMethods {
   }
   static const std::string* FindIn(const Node* node, jmethodID id);
   static std::string ParametersOf(const char* signature);
-  static bool TakesByteBuffer(const char* signature);
   static void Remember(jmethodID id, std::string parameters);
 
   static std::atomic<const Node*> buckets_[kBuckets];

@@ -20,6 +20,9 @@ namespace {
 constexpr int kSeconds = 30;
 constexpr char kFatalError[] = "A fatal error has been detected by the Java Runtime Environment";
 
+// In a sanitizer's build it is the sanitizer that ends the process where the C library would.
+constexpr char kSanitizerError[] = "ERROR: AddressSanitizer";
+
 /// What happens without the guard, on every JVM of today.
 enum class Bare {
   /// The JVM or the C library ends the process.
@@ -100,6 +103,10 @@ std::vector<Row> Rows() {
       {"CopyBackByAliasAfterFrame",
        Bare::kSame,
        {"array=9 2", "other=5 6", kNone},
+       {std::string("1") + kOtherArray}},
+      {"CopyBackAcrossNativeCalls",
+       Bare::kSame,
+       {"arrays=[9, 2][5, 6]", kNone},
        {std::string("1") + kOtherArray}},
       {"ReleaseTwice", Bare::kDies, {"array=1 2", kNone}, {std::string("1") + kNotOut}},
       {"ReleaseUnknown", Bare::kDies, {"array=1 2", kNone}, {std::string("1") + kNotOut}},
@@ -304,9 +311,10 @@ ChildResult RunProbe(const std::string& home, const std::vector<std::string>& ar
 }
 
 bool HasDied(const ChildResult& result) {
-  return result.end == ChildResult::End::kSignal ||
-         (result.end == ChildResult::End::kExit && result.code != 0 &&
-          result.output.find(kFatalError) != std::string::npos);
+  if (result.end == ChildResult::End::kSignal) return true;
+  const bool reported = result.output.find(kFatalError) != std::string::npos ||
+                        result.errors.find(kSanitizerError) != std::string::npos;
+  return result.end == ChildResult::End::kExit && result.code != 0 && reported;
 }
 
 // For whoever reads the log: what this JVM really did.

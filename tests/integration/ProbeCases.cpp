@@ -154,6 +154,33 @@ void CopyBackByAliasAfterFrame(JNIEnv* env) {
   env->PopLocalFrame(nullptr);
 }
 
+jbyteArray keptArray = nullptr;
+jbyte* keptElements = nullptr;
+
+void JNICALL Obtain(JNIEnv* env, jclass, jbyteArray array) {
+  keptArray = static_cast<jbyteArray>(env->NewGlobalRef(array));
+  keptElements = env->GetByteArrayElements(array, nullptr);
+}
+
+void JNICALL GiveBack(JNIEnv* env, jclass, jbyteArray) {
+  keptElements[0] = 9;
+  env->ReleaseByteArrayElements(keptArray, keptElements, 0);
+}
+
+// Correct code that the guard must not harm: the reference that the elements were obtained through
+// ended with the first native call, and its place may be that of another array in the second.
+void CopyBackAcrossNativeCalls(JNIEnv* env) {
+  jclass type = env->FindClass(kTargets);
+  char obtain[] = "obtain";
+  char giveBack[] = "giveBack";
+  char signature[] = "([B)V";
+  const JNINativeMethod methods[] = {{obtain, signature, reinterpret_cast<void*>(&Obtain)},
+                                     {giveBack, signature, reinterpret_cast<void*>(&GiveBack)}};
+  env->RegisterNatives(type, methods, 2);
+  jmethodID method = env->GetStaticMethodID(type, "acrossCalls", "()Ljava/lang/String;");
+  Show("arrays", TextOf(env, env->CallStaticObjectMethod(type, method)));
+}
+
 void ReleaseTwice(JNIEnv* env) {
   jbyteArray array = Bytes(env, {1, 2});
   jbyte* elements = env->GetByteArrayElements(array, nullptr);
@@ -593,6 +620,7 @@ const std::map<std::string, ProbeCase>& ProbeCases() {
       {"CopyBackAgainstOther", CopyBackAgainstOther},
       {"CopyBackAgainstSameLength", CopyBackAgainstSameLength},
       {"CopyBackByAliasAfterFrame", CopyBackByAliasAfterFrame},
+      {"CopyBackAcrossNativeCalls", CopyBackAcrossNativeCalls},
       {"ReleaseTwice", ReleaseTwice},
       {"ReleaseUnknown", ReleaseUnknown},
       {"ReleaseAsOtherType", ReleaseAsOtherType},

@@ -99,6 +99,21 @@ public class Targets {
     throw new IllegalStateException(message);
   }
 
+  /** Obtains the elements of an array and keeps them; the test puts native code behind it. */
+  public static native void obtain(byte[] array);
+
+  /** Writes into the kept elements and gives them back, naming their array by the kept global reference. */
+  public static native void giveBack(byte[] other);
+
+  /** Obtains elements in one native call and gives them back in another, with an array of the same length at hand. */
+  public static String acrossCalls() {
+    byte[] first = {1, 2};
+    byte[] second = {5, 6};
+    obtain(first);
+    giveBack(second);
+    return Arrays.toString(first) + Arrays.toString(second);
+  }
+
   private static String describe(ByteBuffer data) {
     if (data == null) {
       return "null";
