@@ -344,8 +344,10 @@ final class AxisData {
   private double[] logEnds(Extent extent) {
     double min = extent.isEmpty() ? 1 : extent.min();
     double max = extent.isEmpty() ? 10 : extent.max();
-    double low = roundLog(min, false);
-    double high = roundLog(max, true);
+    double decades = Math.log10(max / min);
+    double[] steps = decades > 4 ? new double[] {1, 10} : new double[] {1, 2, 5, 10};
+    double low = roundLog(min, false, steps);
+    double high = roundLog(max, true, steps);
     if (low == high) {
       return new double[] {low / 10, high * 10};
     }
@@ -355,10 +357,9 @@ final class AxisData {
     return new double[] {low, high};
   }
 
-  private static double roundLog(double value, boolean up) {
+  private static double roundLog(double value, boolean up, double[] steps) {
     double power = Math.pow(10, Math.floor(Math.log10(value) + 1e-12));
     double mantissa = value / power;
-    double[] steps = {1, 2, 5, 10};
     if (up) {
       for (double step : steps) {
         if (step >= mantissa * (1 - 1e-9)) {

@@ -58,7 +58,7 @@ record AxisLabels(List<Tick> ticks, int angle, double depth, double before, doub
     private List<Tick> ticks() {
       double span = scale.upper() - scale.lower();
       double least = data.horizontal
-          ? Math.max(44 * plan.type.factor, length / 14) : Math.max(28 * plan.type.factor, length / 9);
+          ? Math.max(44 * plan.type.factor, length / 12) : Math.max(28 * plan.type.factor, length / 8);
       double rough = span * Math.min(least, length / 2) / length;
       return switch (scale.kind()) {
         case LOG -> Ticks.log(scale.lower(), scale.upper(), length, this::room, data.pattern, plan.formats);

@@ -268,13 +268,16 @@ final class PieDrawing {
     double angle = Math.toRadians(middle(name.slice));
     double y = name.top[0] + name.height(plan.type, font) / 2;
     double side = right ? 1 : -1;
-    double textX = circle.getCenterX() + side * (r + lead);
+    double bottom = name.top[0] + name.height(plan.type, font);
+    double nearest = Math.max(name.top[0], Math.min(bottom, circle.getCenterY())) - circle.getCenterY();
+    double clear = r + lead * 0.7;
+    double away = Math.sqrt(Math.max(0, clear * clear - nearest * nearest));
+    double textX = circle.getCenterX() + side * Math.max(away, lead * 0.4);
     Path2D path = new Path2D.Double();
     path.moveTo(circle.getCenterX() + r * 1.01 * Math.sin(angle), circle.getCenterY() - r * 1.01 * Math.cos(angle));
-    double elbow = Math.min(r + lead * 0.45, Math.abs((r + lead * 0.45) * Math.sin(angle)) + r);
     path.lineTo(circle.getCenterX() + (r + lead * 0.35) * Math.sin(angle),
         circle.getCenterY() - (r + lead * 0.35) * Math.cos(angle));
-    path.lineTo(circle.getCenterX() + side * (elbow + lead * 0.3), y);
+    path.lineTo(textX - side * lead * 0.2, y);
     g.setPaint(plan.style.axisColor);
     g.setStroke(new BasicStroke((float) plan.type.factor));
     g.draw(path);
