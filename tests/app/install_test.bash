@@ -64,7 +64,8 @@ mv "$work/first" "$work/moved"
 
 echo "-- the command"
 "$work/moved/bin/chartbridge" render "$source_dir/examples/charts/titanic.gpl" \
-  --data "$source_dir/examples/data/titanic.csv" -o "$work/moved.png"
+  --data "$source_dir/examples/data/titanic.csv" -o "$work/moved.png" 2>"$work/errors"
+[[ ! -s "$work/errors" ]] || fail "an archive that does not fit is no news: $(cat "$work/errors")"
 cmp "$work/titanic.png" "$work/moved.png" || fail "the moved command draws something else"
 for file in "$work/moved/bin/chartbridge" "$work/moved"/lib*/*.so; do
   ! ldd "$file" | grep -F "$build_dir" || fail "$file needs the build folder"
