@@ -5,17 +5,20 @@ import java.time.DateTimeException;
 import java.time.Instant;
 import java.time.LocalDate;
 import java.time.LocalDateTime;
-import java.time.OffsetDateTime;
 import java.time.ZoneOffset;
+import java.util.regex.Matcher;
 import java.util.regex.Pattern;
 
 /** The texts of axis limits: numbers, or ISO 8601 dates and date-times, which are read in UTC. */
 public final class AxisLimit {
   private static final Pattern NUMBER =
       Pattern.compile("[+-]?([0-9]+(\\.[0-9]*)?|\\.[0-9]+)([eE][+-]?[0-9]+)?");
-  private static final Pattern ZONE = Pattern.compile(".*(Z|[+-][0-9]{2}:[0-9]{2})");
+  private static final Pattern DATE = Pattern.compile("[0-9]{4}-[0-9]{2}-[0-9]{2}");
+  private static final Pattern TIME =
+      Pattern.compile(DATE + "T[0-9]{2}:[0-9]{2}(:[0-9]{2}(\\.[0-9]{1,9})?)?");
+  private static final Pattern ZONE = Pattern.compile("Z|[+-][0-9]{2}:[0-9]{2}");
   private static final long DAY = 86_400_000L;
-  private static final long YEAR_0 = -62_167_219_200_000L;
+  private static final long YEAR_1 = -62_135_596_800_000L;
   private static final long YEAR_10000 = 253_402_300_800_000L;
 
   private AxisLimit() {}
@@ -46,7 +49,7 @@ public final class AxisLimit {
    */
   public static String text(double value, ScaleKind scale) {
     boolean isTime = scale == ScaleKind.TIME && value == Math.rint(value);
-    if (!isTime || value < YEAR_0 || value >= YEAR_10000 || isNegativeZero(value)) {
+    if (!isTime || value < YEAR_1 || value >= YEAR_10000 || isNegativeZero(value)) {
       return numberText(value);
     }
     LocalDateTime time =
@@ -65,12 +68,18 @@ public final class AxisLimit {
   }
 
   private static Instant instant(String text) {
-    if (text.indexOf('T') < 0) {
+    if (DATE.matcher(text).matches()) {
       return LocalDate.parse(text).atStartOfDay(ZoneOffset.UTC).toInstant();
     }
-    if (ZONE.matcher(text.substring(text.indexOf('T'))).matches()) {
-      return OffsetDateTime.parse(text).toInstant();
+    Matcher time = TIME.matcher(text);
+    if (!time.lookingAt()) {
+      throw new DateTimeException("no ISO 8601 date or date-time");
     }
-    return LocalDateTime.parse(text).toInstant(ZoneOffset.UTC);
+    String zone = text.substring(time.end());
+    if (!zone.isEmpty() && !ZONE.matcher(zone).matches()) {
+      throw new DateTimeException("no zone");
+    }
+    LocalDateTime local = LocalDateTime.parse(time.group());
+    return local.toInstant(zone.isEmpty() ? ZoneOffset.UTC : ZoneOffset.of(zone));
   }
 }

@@ -99,12 +99,14 @@ public final class RandomCharts {
         random.nextGaussian()};
     double time = Math.rint(random.nextGaussian() * 1e13);
     return random.nextInt(3) > 0            ? null
-        : scale == ScaleKind.TIME && flip() ? dayOrMilli(time)
+        : scale == ScaleKind.TIME && flip() ? rounded(time)
                                             : limits[random.nextInt(12)];
   }
 
-  private double dayOrMilli(double time) {
-    return flip() ? time : Math.rint(time / 86_400_000) * 86_400_000;
+  /** A whole number of days, half days, minutes, seconds or milliseconds. */
+  private double rounded(double time) {
+    double unit = pick(List.of(86_400_000.0, 43_200_000.0, 60_000.0, 1_000.0, 1.0));
+    return Math.rint(time / unit) * unit;
   }
 
   private Element element() {

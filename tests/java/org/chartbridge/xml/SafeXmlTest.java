@@ -82,6 +82,14 @@ class SafeXmlTest {
   }
 
   @Test
+  void tellsAttributesApartWhoseNamesBeginAlike() {
+    XmlElement root = parse("<a xy='1' x=' z=\"' z='3'/>");
+    assertEquals(new TextPosition(1, 4), root.position("xy"));
+    assertEquals(new TextPosition(1, 11), root.position("x"));
+    assertEquals(new TextPosition(1, 20), root.position("z"));
+  }
+
+  @Test
   void knowsThePositionsInALargeDocument() {
     StringBuilder xml = new StringBuilder("<a>");
     for (int i = 0; i < 20_000; i++) {
