@@ -30,6 +30,9 @@ public final class SafeXml {
   /** Elements nest this deep at most, so that walking a tree never exhausts a stack. */
   public static final int MAX_DEPTH = 200;
 
+  /** So many elements make a tree of some tens of megabytes. */
+  public static final int MAX_ELEMENTS = 100_000;
+
   private static final String XERCES = "http://apache.org/xml/features/";
 
   private SafeXml() {}

@@ -24,6 +24,7 @@ final class XmlTreeBuilder extends DefaultHandler2 {
   private final int[] lineStarts;
   private final Deque<XmlElement> open = new ArrayDeque<>();
   private final List<XmlComment> prolog = new ArrayList<>();
+  private int elements;
   private Locator locator;
   private XmlElement root;
 
@@ -51,6 +52,9 @@ final class XmlTreeBuilder extends DefaultHandler2 {
       String attributeUri = attributes.getURI(i);
       String prefix = attributeUri.isEmpty() ? "" : "{" + attributeUri + "}";
       element.with(prefix + attributes.getLocalName(i), attributes.getValue(i));
+    }
+    if (++elements > SafeXml.MAX_ELEMENTS) {
+      throw element.error("there are more than " + SafeXml.MAX_ELEMENTS + " elements");
     }
     if (open.size() >= SafeXml.MAX_DEPTH) {
       throw element.error("elements are nested deeper than " + SafeXml.MAX_DEPTH);

@@ -9,7 +9,6 @@ import static org.junit.jupiter.api.Assertions.assertTimeout;
 import java.time.Duration;
 import java.util.List;
 import org.chartbridge.chart.ChartException;
-import org.chartbridge.xml.SafeXml;
 import org.junit.jupiter.api.Test;
 import org.junit.jupiter.params.ParameterizedTest;
 import org.junit.jupiter.params.provider.Arguments;
@@ -352,7 +351,7 @@ class GraphLanguageMistakesTest {
     ChartException encoding = assertThrows(ChartException.class, () -> GraphLanguage.read(latin));
     assertEquals("line 2: byte 15 is not valid UTF-8", encoding.getMessage());
     ChartException size = assertThrows(
-        ChartException.class, () -> GraphLanguage.read(new byte[SafeXml.MAX_BYTES + 1]));
-    assertEquals("the chart has 16777217 bytes; at most 16777216 are accepted", size.getMessage());
+        ChartException.class, () -> GraphLanguage.read(new byte[GraphLanguage.MAX_BYTES + 1]));
+    assertEquals("the chart has 1048577 bytes; at most 1048576 are accepted", size.getMessage());
   }
 }

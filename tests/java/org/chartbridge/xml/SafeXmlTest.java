@@ -216,6 +216,14 @@ class SafeXmlTest {
   }
 
   @Test
+  void theNumberOfElementsIsBounded() {
+    String most = "<b/>".repeat(SafeXml.MAX_ELEMENTS - 1);
+    assertEquals(SafeXml.MAX_ELEMENTS - 1, parse("<a>" + most + "</a>").children().size());
+    String message = error("<a>" + most + "\n<b/></a>");
+    assertEquals("line 2, column 1: there are more than 100000 elements", message);
+  }
+
+  @Test
   void sizeIsBounded() {
     byte[] large = new byte[SafeXml.MAX_BYTES + 1];
     assertEquals("the document has 16777217 bytes; at most 16777216 are accepted", error(large));
