@@ -7,10 +7,7 @@ import java.awt.image.IndexColorModel;
 import java.io.IOException;
 import java.io.OutputStream;
 
-/**
- * Writes GIF: exact where the picture has at most 256 colours, else with the nearest 256 that the
- * JDK's writer finds.
- */
+/** Writes GIF: exact where the picture has at most 256 colours, else with 256 chosen from it. */
 final class GifFormat {
   private static final int BITS = 8;
 
@@ -19,8 +16,11 @@ final class GifFormat {
   static void write(BufferedImage image, OutputStream out) throws IOException {
     int[] pixels = Raster.pixels(image);
     ColorTable colors = ColorTable.of(pixels);
-    BufferedImage indexed = colors == null ? image : indexed(image, pixels, colors);
-    ImageIoFormat.write(indexed, "gif", out);
+    if (colors == null) {
+      pixels = ColorReduction.reduce(pixels);
+      colors = ColorTable.of(pixels);
+    }
+    ImageIoFormat.write(indexed(image, pixels, colors), "gif", out);
   }
 
   private static BufferedImage indexed(BufferedImage image, int[] pixels, ColorTable colors) {

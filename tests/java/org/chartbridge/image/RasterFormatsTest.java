@@ -70,12 +70,45 @@ class RasterFormatsTest {
       }
     }
     assertTrue(difference / (3.0 * 80 * 40) < 6, "mean difference too large");
+    assertEvenAreasStayExact();
     BufferedImage few = Raster.draw(Pictures.of(Pictures.text("Ag", "Liberation Sans"), 100));
     BufferedImage exact = Pictures.decode(
         PictureEncoder.encode(Pictures.of(Pictures.text("Ag", "Liberation Sans"), 100),
             ImageType.GIF));
     assertArrayEquals(
         few.getRGB(0, 0, 80, 40, null, 0, 80), exact.getRGB(0, 0, 80, 40, null, 0, 80));
+  }
+
+  /** A gradient of 200 x 16 colours beside even areas. */
+  private static void assertEvenAreasStayExact() throws IOException {
+    Picture picture = Picture.ofPercent(400, 100, 100, graphics -> {
+      for (int x = 0; x < 200; x++) {
+        for (int y = 0; y < 16; y++) {
+          graphics.setColor(new Color(x, 255 - x, 16 * y));
+          graphics.fillRect(x, 84 + y, 1, 1);
+        }
+      }
+      graphics.setColor(Pictures.BLUE);
+      graphics.fillRect(210, 10, 40, 60);
+      graphics.setColor(new Color(0x0073B3));
+      graphics.fillRect(260, 10, 40, 60);
+      graphics.setColor(new Color(0xE4E4E4));
+      graphics.fillRect(0, 50, 200, 1);
+    });
+    BufferedImage read = Pictures.decode(PictureEncoder.encode(picture, ImageType.GIF));
+    assertEquals(0xFFFFFF, Pictures.rgb(read, 5, 5));
+    assertEquals(0x0072B2, Pictures.rgb(read, 230, 40));
+    assertEquals(0x0073B3, Pictures.rgb(read, 280, 40));
+    assertEquals(0xE4E4E4, Pictures.rgb(read, 100, 50));
+    BufferedImage drawn = Raster.draw(picture);
+    long squares = 0;
+    for (int x = 0; x < 200; x++) {
+      for (int y = 84; y < 100; y++) {
+        int difference = (read.getRGB(x, y) >> 16 & 0xFF) - (drawn.getRGB(x, y) >> 16 & 0xFF);
+        squares += (long) difference * difference;
+      }
+    }
+    assertTrue(Math.sqrt(squares / 3200.0) < 10, "the gradient is " + Math.sqrt(squares / 3200.0));
   }
 
   @Test
