@@ -67,6 +67,10 @@ final class ElementPlan {
     return kind.name().toLowerCase(Locale.ROOT);
   }
 
+  private String oneOfKind() {
+    return (kind == ElementKind.AREA ? "an " : "a ") + kindName();
+  }
+
   ChartException error(String channel, String text) {
     return new ChartException(name() + ", " + channel + ": " + text);
   }
@@ -212,8 +216,8 @@ final class ElementPlan {
       boolean category = measureColumn() != null && measure().aggregate() == Aggregate.NONE
           && measureColumn().kind() == ColumnKind.CATEGORY;
       if (category && kind != ElementKind.LINE) {
-        throw error(measureName(), "column \"" + measureColumn().name() + "\" holds categories, and a "
-            + kindName() + " needs numbers there; use count, or declare the column as number.");
+        throw error(measureName(), "column \"" + measureColumn().name() + "\" holds categories, and "
+            + oneOfKind() + " needs numbers there; use count, or declare the column as number.");
       }
     }
   }
@@ -245,7 +249,7 @@ final class ElementPlan {
     boolean category = column != null && given.aggregate() != Aggregate.COUNT
         && column.kind() == ColumnKind.CATEGORY;
     if (category) {
-      throw error(channel, "column \"" + column.name() + "\" holds categories, and a " + kindName()
+      throw error(channel, "column \"" + column.name() + "\" holds categories, and " + oneOfKind()
           + " needs numbers there; choose another column, or declare it as number.");
     }
   }
