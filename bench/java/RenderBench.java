@@ -32,7 +32,8 @@ import org.jfree.data.xy.XYSeriesCollection;
 /**
  * Times of warm renders, each stage and the whole: median milliseconds of many rounds in one JVM.
  *
- * <p>{@code java -cp build/release/java/chartbridge-runtime.jar bench/java/RenderBench.java [rounds]}
+ * <p>{@code java -cp build/release/java/chartbridge-runtime.jar bench/java/RenderBench.java
+ * [rounds]}
  *
  * <p>The floor of the bars is what the bare chart library takes to draw the same bars, already
  * summed up, with its own defaults, and the encoding of a blank picture. The floor of the scatter
@@ -88,8 +89,7 @@ public final class RenderBench {
     Picture blank = Picture.ofPercent(WIDTH, HEIGHT, 100, g -> {});
     ChartImager imager = new ChartImager();
 
-    Stage[] stages = {
-        Stage.of(() -> ChartSource.read(chartBytes)),
+    Stage[] stages = {Stage.of(() -> ChartSource.read(chartBytes)),
         Stage.of(() -> CsvReader.read(csv, chart)),
         Stage.of(() -> ChartDrawing.prepare(chart, table, DrawOptions.DEFAULT)),
         new Stage(() -> ChartDrawing.prepare(chart, table, DrawOptions.DEFAULT), RenderBench::draw),
@@ -144,8 +144,7 @@ public final class RenderBench {
 
   private static Graphics2D smooth(BufferedImage image) {
     Graphics2D graphics = image.createGraphics();
-    graphics.setRenderingHint(
-        RenderingHints.KEY_ANTIALIASING, RenderingHints.VALUE_ANTIALIAS_ON);
+    graphics.setRenderingHint(RenderingHints.KEY_ANTIALIASING, RenderingHints.VALUE_ANTIALIAS_ON);
     graphics.setRenderingHint(
         RenderingHints.KEY_TEXT_ANTIALIASING, RenderingHints.VALUE_TEXT_ANTIALIAS_ON);
     graphics.setRenderingHint(

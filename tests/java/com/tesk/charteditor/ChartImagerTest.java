@@ -101,26 +101,24 @@ class ChartImagerTest {
     for (Method method : ChartImager.class.getDeclaredMethods()) {
       if (Modifier.isPublic(method.getModifiers())) {
         assertFalse(Modifier.isStatic(method.getModifiers()), method.getName());
-        String signature =
-            MethodType.methodType(method.getReturnType(), method.getParameterTypes())
-                .toMethodDescriptorString();
+        String signature = MethodType.methodType(method.getReturnType(), method.getParameterTypes())
+                               .toMethodDescriptorString();
         found.put(method.getName() + signature, "");
       }
     }
-    for (String expected : List.of(
-             "RenderToFile([BLjava/nio/ByteBuffer;Ljava/lang/String;IDLjava/lang/String;[B"
-                 + "Ljava/lang/String;[B)Z",
-             "RenderImageMapToFile([BLjava/nio/ByteBuffer;Ljava/lang/String;IDZLjava/lang/String;[B"
-                 + "Ljava/lang/String;[B)Z",
-             "RenderToFile([B[BLjava/lang/String;IDLjava/lang/String;[BLjava/lang/String;[B)Z",
-             "RenderToMem([BLjava/nio/ByteBuffer;IDLjava/lang/String;[BLjava/lang/String;[B)[B",
-             "RenderImageMapToMemory([BLjava/nio/ByteBuffer;IDZLjava/lang/String;[B"
-                 + "Ljava/lang/String;[B)[B")) {
+    for (String expected :
+        List.of("RenderToFile([BLjava/nio/ByteBuffer;Ljava/lang/String;IDLjava/lang/String;[B"
+                + "Ljava/lang/String;[B)Z",
+            "RenderImageMapToFile([BLjava/nio/ByteBuffer;Ljava/lang/String;IDZLjava/lang/String;[B"
+                + "Ljava/lang/String;[B)Z",
+            "RenderToFile([B[BLjava/lang/String;IDLjava/lang/String;[BLjava/lang/String;[B)Z",
+            "RenderToMem([BLjava/nio/ByteBuffer;IDLjava/lang/String;[BLjava/lang/String;[B)[B",
+            "RenderImageMapToMemory([BLjava/nio/ByteBuffer;IDZLjava/lang/String;[B"
+                + "Ljava/lang/String;[B)[B")) {
       assertTrue(found.containsKey(expected), expected + " is missing among " + found.keySet());
     }
     assertNotNull(ChartImager.class.getConstructor());
-    assertEquals("com/tesk/charteditor/ChartImager",
-        ChartImager.class.getName().replace('.', '/'));
+    assertEquals("com/tesk/charteditor/ChartImager", ChartImager.class.getName().replace('.', '/'));
   }
 
   // ---- pictures ----
@@ -162,8 +160,8 @@ class ChartImagerTest {
     ByteBuffer heap = ByteBuffer.wrap(DATA);
     assertArrayEquals(expected, imager.RenderToMem(CHART, heap, 2, 100, "", null, "", null));
     assertEquals(0, heap.position());
-    assertArrayEquals(expected,
-        imager.RenderToMem(CHART, heap.asReadOnlyBuffer(), 2, 100, "", null, "", null));
+    assertArrayEquals(
+        expected, imager.RenderToMem(CHART, heap.asReadOnlyBuffer(), 2, 100, "", null, "", null));
     byte[] padded = new byte[DATA.length + 20];
     System.arraycopy(DATA, 0, padded, 10, DATA.length);
     ByteBuffer slice = ByteBuffer.wrap(padded, 10, DATA.length).slice();
@@ -175,15 +173,15 @@ class ChartImagerTest {
     byte[] xml = bytes("<chart xmlns=\"urn:chartbridge:chart:2\" width=\"400\" height=\"300\">"
         + "<titles title=\"Sales by region\"/><elements><bar><x column=\"region\"/>"
         + "<y column=\"sales\" aggregate=\"sum\"/></bar></elements></chart>");
-    assertArrayEquals(render(2, 100),
-        imager.RenderToMem(xml, direct(DATA), 2, 100, "", null, "", null));
+    assertArrayEquals(
+        render(2, 100), imager.RenderToMem(xml, direct(DATA), 2, 100, "", null, "", null));
   }
 
   @Test
   void anEmptyAuxiliaryIsNoAuxiliary() {
     byte[] expected = render(2, 100);
-    assertArrayEquals(expected,
-        imager.RenderToMem(CHART, direct(DATA), 2, 100, null, null, null, null));
+    assertArrayEquals(
+        expected, imager.RenderToMem(CHART, direct(DATA), 2, 100, null, null, null, null));
     assertArrayEquals(expected,
         imager.RenderToMem(CHART, direct(DATA), 2, 100, "", new byte[0], " ", new byte[0]));
   }
@@ -212,7 +210,8 @@ class ChartImagerTest {
 
   @Test
   void textsOfTheChartAreReplaced() {
-    String texts = "\uFEFF# Deutsch\nSales\\ by\\ region = Ums\u00e4tze nach Region\nregion=Gebiet\n";
+    String texts =
+        "\uFEFF# Deutsch\nSales\\ by\\ region = Ums\u00e4tze nach Region\nregion=Gebiet\n";
     String svg = svg("de", texts, "");
     assertTrue(svg.contains("Ums\u00e4tze nach Region"), svg);
     assertFalse(svg.contains("Sales by region"));
@@ -221,18 +220,19 @@ class ChartImagerTest {
   @Test
   void textsThatAreNone() {
     ChartException e = assertThrows(ChartException.class,
-        () -> imager.RenderToMem(
-            CHART, direct(DATA), 2, 100, "", "a=\u00e4".getBytes(ISO_8859_1), "", null));
+        ()
+            -> imager.RenderToMem(
+                CHART, direct(DATA), 2, 100, "", "a=\u00e4".getBytes(ISO_8859_1), "", null));
     assertEquals("The chart texts (properties) are not UTF-8.", e.getMessage());
     e = assertThrows(ChartException.class, () -> svg("", "a=\\u12", ""));
-    assertEquals("The chart texts are no properties file: Malformed \\uxxxx encoding.",
-        e.getMessage());
+    assertEquals(
+        "The chart texts are no properties file: Malformed \\uxxxx encoding.", e.getMessage());
   }
 
   @Test
   void theStyleIsNamedOrGiven() {
-    assertFalse(Arrays.equals(render(2, 100),
-        imager.RenderToMem(CHART, direct(DATA), 2, 100, "", null, "dark", null)));
+    assertFalse(Arrays.equals(
+        render(2, 100), imager.RenderToMem(CHART, direct(DATA), 2, 100, "", null, "dark", null)));
     assertThrows(ChartException.class, () -> svg("", null, "no such style"));
     assertThrows(ChartException.class,
         () -> imager.RenderToMem(CHART, direct(DATA), 2, 100, "", null, "", bytes("<oops")));
@@ -260,8 +260,8 @@ class ChartImagerTest {
   @Test
   void areasLieOnTheirMarks() throws IOException {
     for (double size : new double[] {50, 100, 170}) {
-      List<byte[]> blocks = blocks(imager.RenderImageMapToMemory(
-          CHART, direct(DATA), 7, size, true, "", null, "", null));
+      List<byte[]> blocks = blocks(
+          imager.RenderImageMapToMemory(CHART, direct(DATA), 7, size, true, "", null, "", null));
       BufferedImage picture = image(blocks.get(0));
       JsonNode areas = new ObjectMapper().readTree(blocks.get(2)).get("areas");
       int[] first = centre(areas.get(0));
@@ -320,14 +320,14 @@ class ChartImagerTest {
   @Test
   void anImageMapNeedsItsEndingsForItself() {
     Path file = folder.resolve("sales.HTML");
-    ChartException e =
-        assertThrows(ChartException.class, () -> renderToFile(CHART, DATA, file, 7));
+    ChartException e = assertThrows(ChartException.class, () -> renderToFile(CHART, DATA, file, 7));
     assertEquals("Cannot write \"" + file + "\": the picture of an image map needs a name such as "
             + "chart.png; its map gets the endings .html and .json.",
         e.getMessage());
     e = assertThrows(ChartException.class,
-        () -> imager.RenderImageMapToFile(
-            CHART, direct(DATA), file.toString(), 2, 100, true, "", null, "", null));
+        ()
+            -> imager.RenderImageMapToFile(
+                CHART, direct(DATA), file.toString(), 2, 100, true, "", null, "", null));
     assertEquals("An image map is image type 7, not 2 (PNG).", e.getMessage());
   }
 
@@ -338,18 +338,20 @@ class ChartImagerTest {
     Files.createDirectory(folder.resolve("sales.json"));
     ChartException e = assertThrows(
         ChartException.class, () -> renderToFile(CHART, DATA, folder.resolve("sales.png"), 7));
-    assertEquals("Cannot write \"" + folder.resolve("sales.json") + "\": it is a folder.",
-        e.getMessage());
+    assertEquals(
+        "Cannot write \"" + folder.resolve("sales.json") + "\": it is a folder.", e.getMessage());
     assertEquals(List.of("sales.json"), files());
     assertThrows(ChartException.class,
-        () -> renderToFile(bytes("draw bar: x nothing, y sales"), DATA, folder.resolve("a.png"), 2));
+        ()
+            -> renderToFile(
+                bytes("draw bar: x nothing, y sales"), DATA, folder.resolve("a.png"), 2));
     assertEquals(List.of("sales.json"), files());
   }
 
   @Test
   void aFolderThatDoesNotExist() {
-    ChartException e = assertThrows(ChartException.class,
-        () -> renderToFile(CHART, DATA, folder.resolve("none/a.png"), 2));
+    ChartException e = assertThrows(
+        ChartException.class, () -> renderToFile(CHART, DATA, folder.resolve("none/a.png"), 2));
     assertEquals("Cannot write \"" + folder.resolve("none/a.png") + "\": the folder \""
             + folder.resolve("none") + "\" does not exist.",
         e.getMessage());
@@ -365,10 +367,11 @@ class ChartImagerTest {
             + "6 PDF, 7 image map.",
         e.getMessage());
     e = assertThrows(ChartException.class, () -> render(2, 0));
-    assertEquals("The size is 0 percent; it must be greater than 0 and at most 10000.",
-        e.getMessage());
+    assertEquals(
+        "The size is 0 percent; it must be greater than 0 and at most 10000.", e.getMessage());
     e = assertThrows(ChartException.class, () -> render(5, 10_000));
-    assertEquals("At 10000 percent the picture would have 40000 x 30000 pixels; at most 100 million "
+    assertEquals(
+        "At 10000 percent the picture would have 40000 x 30000 pixels; at most 100 million "
             + "are drawn. Choose a smaller size.",
         e.getMessage());
   }
@@ -386,8 +389,8 @@ class ChartImagerTest {
             () -> imager.RenderToMem(null, direct(DATA), 2, 100, "", null, "", null))
             .getMessage());
     assertEquals("The data are empty; the first line must name the columns.",
-        assertThrows(ChartException.class,
-            () -> imager.RenderToMem(CHART, null, 2, 100, "", null, "", null))
+        assertThrows(
+            ChartException.class, () -> imager.RenderToMem(CHART, null, 2, 100, "", null, "", null))
             .getMessage());
   }
 
@@ -428,8 +431,8 @@ class ChartImagerTest {
     for (int i = 0; i < rows; i++) {
       data.put(bytes((i % 2 == 0 ? "North," : "South,") + (i % 1000) + "\n"));
     }
-    List<byte[]> blocks = blocks(imager.RenderImageMapToMemory(
-        CHART, data.flip(), 7, 100, true, "", null, "", null));
+    List<byte[]> blocks =
+        blocks(imager.RenderImageMapToMemory(CHART, data.flip(), 7, 100, true, "", null, "", null));
     JsonNode areas = new ObjectMapper().readTree(blocks.get(2)).get("areas");
     assertEquals(2, areas.size());
     String values = areas.toString();

@@ -37,7 +37,8 @@ import org.junit.jupiter.params.provider.MethodSource;
 
 /** The examples draw, and show what there is to show. */
 class ExampleChartsTest {
-  private static final Path EXAMPLES = Path.of(System.getProperty("chartbridge.source"), "examples");
+  private static final Path EXAMPLES =
+      Path.of(System.getProperty("chartbridge.source"), "examples");
   private static final Pattern DATA = Pattern.compile("data: (\\w+\\.csv)");
 
   private static List<Path> charts() throws IOException {
@@ -111,8 +112,7 @@ class ExampleChartsTest {
         EnumSet.of(Arrangement.GROUPED, Arrangement.STACKED, Arrangement.FILLED)));
     assertTrue(scales.contains(ScaleKind.LOG));
     assertEquals(EnumSet.allOf(ColumnKind.class), columns);
-    assertTrue(
-        aggregates.containsAll(EnumSet.of(Aggregate.SUM, Aggregate.MEAN, Aggregate.MEDIAN)));
+    assertTrue(aggregates.containsAll(EnumSet.of(Aggregate.SUM, Aggregate.MEAN, Aggregate.MEDIAN)));
     assertFalse(panels.isEmpty());
   }
 

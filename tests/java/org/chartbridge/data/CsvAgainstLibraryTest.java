@@ -20,8 +20,8 @@ import org.junit.jupiter.api.Test;
 
 /** Random tables, written and read by Apache Commons CSV, must read the same here. */
 class CsvAgainstLibraryTest {
-  private static final String[] PIECES = {
-      "a", "\"", ",", "\n", "\r\n", " ", "\u00e4", "\u65e5\u672c", "\uD83D\uDCC8", "NA", "1.5", "'"};
+  private static final String[] PIECES = {"a", "\"", ",", "\n", "\r\n", " ", "\u00e4",
+      "\u65e5\u672c", "\uD83D\uDCC8", "NA", "1.5", "'"};
 
   @Test
   void readsWhatTheLibraryWrites() throws IOException {
@@ -77,16 +77,15 @@ class CsvAgainstLibraryTest {
 
   private static ByteBuffer buffer(String csv, int round) {
     byte[] bytes = csv.getBytes(UTF_8);
-    ByteBuffer buffer =
-        round % 2 == 0 ? ByteBuffer.allocate(bytes.length) : ByteBuffer.allocateDirect(bytes.length);
+    ByteBuffer buffer = round % 2 == 0 ? ByteBuffer.allocate(bytes.length)
+                                       : ByteBuffer.allocateDirect(bytes.length);
     return buffer.put(bytes).flip();
   }
 
   private static List<ColumnDeclaration> labels(int columns) {
     List<ColumnDeclaration> labels = new ArrayList<>();
     for (int column = 0; column < columns; column++) {
-      labels.add(
-          new ColumnDeclaration("c" + column, ColumnKind.CATEGORY, null, null, List.of()));
+      labels.add(new ColumnDeclaration("c" + column, ColumnKind.CATEGORY, null, null, List.of()));
     }
     return labels;
   }

@@ -101,7 +101,8 @@ class CsvReaderTest {
 
   @Test
   void quotedFieldsKeepQuotesCommasAndLineBreaks() {
-    Table table = read("\"the, name\",b\n\"say \"\"hi\"\", ok\",1\n\"two\r\nlines\",2\n\"\"\"\",3\n");
+    Table table =
+        read("\"the, name\",b\n\"say \"\"hi\"\", ok\",1\n\"two\r\nlines\",2\n\"\"\"\",3\n");
     assertEquals(List.of("say \"hi\", ok", "two\r\nlines", "\""), texts(table, "the, name"));
     assertEquals(3, table.column("b").number(2));
   }
@@ -182,7 +183,8 @@ class CsvReaderTest {
 
   @Test
   void aFieldMayBeLongerThanTheWindow() {
-    String longText = "\"" + "x,\"\"\n".repeat(60_000) + "\"";
+    String longText = "\""
+        + "x,\"\"\n".repeat(60_000) + "\"";
     Table table = read("a,b\n" + longText + ",7\n1,8\n");
     assertEquals("x,\"\n".repeat(60_000), table.column("a").text(0));
     assertEquals(8, table.column("b").number(1));
@@ -204,9 +206,8 @@ class CsvReaderTest {
 
   @Test
   void aDeclaredKindHolds() {
-    Table table =
-        read("year,zip\n2001,01067\n2002,01069\n", declare("zip", ColumnKind.CATEGORY),
-            declare("year", ColumnKind.TIME), declare("absent", ColumnKind.NUMBER));
+    Table table = read("year,zip\n2001,01067\n2002,01069\n", declare("zip", ColumnKind.CATEGORY),
+        declare("year", ColumnKind.TIME), declare("absent", ColumnKind.NUMBER));
     assertEquals(List.of("01067", "01069"), table.column("zip").categories());
     assertEquals(978307200000.0, table.column("year").number(0));
     assertEquals("2002-01-01", table.column("year").text(1));
@@ -232,12 +233,11 @@ class CsvReaderTest {
     ColumnDeclaration month =
         new ColumnDeclaration("m", ColumnKind.TIME, null, "MM/uuuu", List.of());
     assertEquals("1999-12-01", read("m\n12/1999\n", month).column("m").text(0));
-    ColumnDeclaration moment = new ColumnDeclaration(
-        "t", ColumnKind.TIME, null, "dd.MM.uuuu HH:mm XXX", List.of());
-    assertEquals("2024-01-31 22:30",
-        read("t\n01.02.2024 00:30 +02:00\n", moment).column("t").text(0));
-    ColumnDeclaration clock =
-        new ColumnDeclaration("t", ColumnKind.TIME, null, "HH:mm", List.of());
+    ColumnDeclaration moment =
+        new ColumnDeclaration("t", ColumnKind.TIME, null, "dd.MM.uuuu HH:mm XXX", List.of());
+    assertEquals(
+        "2024-01-31 22:30", read("t\n01.02.2024 00:30 +02:00\n", moment).column("t").text(0));
+    ColumnDeclaration clock = new ColumnDeclaration("t", ColumnKind.TIME, null, "HH:mm", List.of());
     assertEquals("1970-01-01 08:15", read("t\n08:15\n", clock).column("t").text(0));
   }
 
@@ -293,8 +293,8 @@ class CsvReaderTest {
   void aQuoteThatIsNeverClosed() {
     assertEquals("CSV line 3, column \"b\": the quote that opens here is never closed.",
         error("a,b\n1,2\n3,\"x\n4,5\n6,7\n"));
-    assertEquals("CSV line 1, field 2: the quote that opens here is never closed.",
-        error("a,\"b\n1,2\n"));
+    assertEquals(
+        "CSV line 1, field 2: the quote that opens here is never closed.", error("a,\"b\n1,2\n"));
   }
 
   @Test
@@ -313,7 +313,9 @@ class CsvReaderTest {
 
   @Test
   void anEndlessFieldStops() {
-    byte[] csv = ("a,b\n1,\"" + "x".repeat((1 << 24) + 70_000)).getBytes(UTF_8);
+    byte[] csv = ("a,b\n1,\""
+        + "x".repeat((1 << 24) + 70_000))
+                     .getBytes(UTF_8);
     ChartException e = assertThrows(ChartException.class, () -> CsvReader.read(csv));
     assertEquals("CSV line 2, column \"b\": the field is longer than 16 MB; perhaps a quote is not "
             + "closed.",
@@ -324,8 +326,8 @@ class CsvReaderTest {
   void headerMistakes() {
     assertEquals("CSV line 1: field 2 of the header is empty; every column needs a name.",
         error("a,,c\n1,2,3\n"));
-    assertEquals("CSV line 1: field 1 of the header is empty; every column needs a name.",
-        error("\n1\n"));
+    assertEquals(
+        "CSV line 1: field 1 of the header is empty; every column needs a name.", error("\n1\n"));
     assertEquals("CSV line 1: the column name \"a\" stands twice in the header, in fields 1 and 3.",
         error("a,b,a\n1,2,3\n"));
   }
@@ -335,9 +337,12 @@ class CsvReaderTest {
     assertEquals("CSV line 3, column \"n\": found \"twelve\" where a number such as 12.5 or 1e-3 "
             + "is expected, or nothing or NA where it is missing.",
         error("n,m\n1,2\ntwelve,3\n", declare("n", ColumnKind.NUMBER)));
-    assertEquals("CSV line 2, column \"n\": found \"" + "y".repeat(40) + "...\" where a number such "
+    assertEquals("CSV line 2, column \"n\": found \""
+            + "y".repeat(40) + "...\" where a number such "
             + "as 12.5 or 1e-3 is expected, or nothing or NA where it is missing.",
-        error("n\n" + "y".repeat(41), declare("n", ColumnKind.NUMBER)));
+        error("n\n"
+                + "y".repeat(41),
+            declare("n", ColumnKind.NUMBER)));
   }
 
   @Test
@@ -350,7 +355,8 @@ class CsvReaderTest {
   @Test
   void aTextInAColumnOfTimes() {
     assertEquals("CSV line 2, column \"t\": found \"2024-13-01\" where an ISO 8601 time such as "
-            + "2024-03-31 or 2024-03-31T14:05:00Z is expected, or nothing or NA where it is missing.",
+            + "2024-03-31 or 2024-03-31T14:05:00Z is expected, or nothing or NA where it is "
+            + "missing.",
         error("t\n2024-13-01\n", declare("t", ColumnKind.TIME)));
     assertEquals("CSV line 2, column \"t\": found \"2024-01-01\" where a time of the pattern "
             + "dd/MM/uuuu is expected, or nothing or NA where it is missing.",
@@ -373,12 +379,14 @@ class CsvReaderTest {
         e.getMessage());
     byte[] header = "a,gr\u00fc\u00dfe\n1,2\n".getBytes(ISO_8859_1);
     e = assertThrows(ChartException.class, () -> CsvReader.read(header));
-    assertEquals("CSV line 1, field 2: the byte 0xFC is not UTF-8; the data must be saved as UTF-8.",
+    assertEquals(
+        "CSV line 1, field 2: the byte 0xFC is not UTF-8; the data must be saved as UTF-8.",
         e.getMessage());
     byte[] number = "n\n1\n\u00bd\n".getBytes(ISO_8859_1);
     e = assertThrows(ChartException.class,
-        () -> CsvReader.read(ByteBuffer.wrap(number),
-            List.of(declare("n", ColumnKind.NUMBER)), null));
+        ()
+            -> CsvReader.read(
+                ByteBuffer.wrap(number), List.of(declare("n", ColumnKind.NUMBER)), null));
     assertEquals("CSV line 3, column \"n\": the byte 0xBD is not UTF-8; the data must be saved as "
             + "UTF-8.",
         e.getMessage());
@@ -392,22 +400,23 @@ class CsvReaderTest {
       ByteBuffer csv = ByteBuffer.allocate(16).put("a\nok".getBytes(UTF_8)).put(bytes).flip();
       ChartException e =
           assertThrows(ChartException.class, () -> CsvReader.read(csv, List.of(), null));
-      assertTrue(e.getMessage().startsWith("CSV line 2, column \"a\": the byte 0x"), e.getMessage());
+      assertTrue(
+          e.getMessage().startsWith("CSV line 2, column \"a\": the byte 0x"), e.getMessage());
     }
   }
 
   @Test
   void aColumnThatIsNotThere() {
     ByteBuffer csv = ByteBuffer.wrap("region,sales\nx,1\n".getBytes(UTF_8));
-    ChartException e = assertThrows(
-        ChartException.class, () -> CsvReader.read(csv, List.of(), Set.of("salse")));
+    ChartException e =
+        assertThrows(ChartException.class, () -> CsvReader.read(csv, List.of(), Set.of("salse")));
     assertEquals("The data has no column \"salse\"; its columns are region, sales. "
             + "Did you mean \"sales\"?",
         e.getMessage());
     Table table = read("region,sales\nx,1\n");
     e = assertThrows(ChartException.class, () -> table.column("height"));
-    assertEquals("The data has no column \"height\"; its columns are region, sales.",
-        e.getMessage());
+    assertEquals(
+        "The data has no column \"height\"; its columns are region, sales.", e.getMessage());
   }
 
   @Test

@@ -14,7 +14,10 @@ import java.util.List;
 import java.util.concurrent.TimeUnit;
 import org.junit.jupiter.api.Test;
 
-/** A million rows fit into little memory: the data themselves are outside the Java heap and stay there. */
+/**
+ * A million rows fit into little memory: the data themselves are outside the Java heap and stay
+ * there.
+ */
 class MillionRowsTest {
   private static final int ROWS = 1_000_000;
   private static final String[] REGIONS = {"North", "South", "East", "West"};

@@ -38,8 +38,8 @@ class ImageMapTest {
 
   private static List<Tag> parse(byte[] html) throws IOException {
     List<Tag> tags = new ArrayList<>();
-    new ParserDelegator().parse(new StringReader(new String(html, UTF_8)),
-        new HTMLEditorKit.ParserCallback() {
+    new ParserDelegator().parse(
+        new StringReader(new String(html, UTF_8)), new HTMLEditorKit.ParserCallback() {
           @Override
           public void handleSimpleTag(HTML.Tag tag, MutableAttributeSet attributes, int position) {
             Map<String, String> copy = new LinkedHashMap<>();
@@ -87,9 +87,10 @@ class ImageMapTest {
 
   @Test
   void rectanglesAndCirclesStayWhatTheyAre() {
-    assertArea("rect", new int[] {3, 5, 23, 46},
-        only(new Rectangle2D.Double(1.4, 2.5, 10, 20.4), 2));
-    assertArea("circle", new int[] {20, 30, 11}, only(new Ellipse2D.Double(4.6, 9.6, 10.8, 10.8), 2));
+    assertArea(
+        "rect", new int[] {3, 5, 23, 46}, only(new Rectangle2D.Double(1.4, 2.5, 10, 20.4), 2));
+    assertArea(
+        "circle", new int[] {20, 30, 11}, only(new Ellipse2D.Double(4.6, 9.6, 10.8, 10.8), 2));
     assertEquals("poly", only(new Ellipse2D.Double(0, 0, 40, 20), 1).shape());
   }
 
@@ -165,8 +166,8 @@ class ImageMapTest {
 
   @Test
   void withoutTooltipsAreasAreSilent() throws IOException {
-    ImageMap map = new ImageMap(
-        PICTURE, List.of(mark(new Rectangle2D.Double(0, 0, 5, 5), "a", "b")), false);
+    ImageMap map =
+        new ImageMap(PICTURE, List.of(mark(new Rectangle2D.Double(0, 0, 5, 5), "a", "b")), false);
     assertFalse(areas(map.html()).get(0).containsKey("title"));
     assertFalse(new String(map.html(), UTF_8).contains("b\""));
     JsonNode area = new ObjectMapper().readTree(map.json()).get("areas").get(0);
@@ -187,8 +188,8 @@ class ImageMapTest {
 
   @Test
   void aPageShowsThePictureWithItsMap() throws IOException {
-    ImageMap map = new ImageMap(
-        PICTURE, List.of(mark(new Rectangle2D.Double(0, 0, 5, 5), "a", "b")), true);
+    ImageMap map =
+        new ImageMap(PICTURE, List.of(mark(new Rectangle2D.Double(0, 0, 5, 5), "a", "b")), true);
     byte[] page = map.page("sales 100% #1:\u00e4.png", "Sales & <more>");
     assertTrue(new String(page, UTF_8).startsWith("<!DOCTYPE html>\n<html>"));
     Map<String, String> image = null;

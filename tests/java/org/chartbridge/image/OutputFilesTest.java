@@ -67,13 +67,11 @@ class OutputFilesTest {
     })));
     assertEquals("old", Files.readString(file));
     assertEquals(List.of("a.png"), files());
-    ChartException e = assertThrows(ChartException.class, () -> OutputFiles.write(file, out -> {
-      throw new IOException("the disk is on fire");
-    }));
+    ChartException e = assertThrows(ChartException.class,
+        () -> OutputFiles.write(file, out -> { throw new IOException("the disk is on fire"); }));
     assertEquals("Cannot write \"" + file + "\": the disk is on fire.", e.getMessage());
-    assertThrows(OutOfMemoryError.class, () -> OutputFiles.write(file, out -> {
-      throw new OutOfMemoryError("test");
-    }));
+    assertThrows(OutOfMemoryError.class,
+        () -> OutputFiles.write(file, out -> { throw new OutOfMemoryError("test"); }));
     assertEquals(List.of("a.png"), files());
   }
 
@@ -110,7 +108,8 @@ class OutputFilesTest {
   @Test
   void aFolderThatIsAFile() throws IOException {
     Path file = Files.writeString(folder.resolve("file"), "x");
-    assertEquals("Cannot write \"" + file.resolve("a.png") + "\": \"" + file + "\" is not a folder.",
+    assertEquals(
+        "Cannot write \"" + file.resolve("a.png") + "\": \"" + file + "\" is not a folder.",
         error(file.resolve("a.png")));
   }
 
@@ -137,8 +136,8 @@ class OutputFilesTest {
     assertTrue(folder.resolve("closed").toFile().setWritable(false, false));
     assumeTrue(!Files.isWritable(folder.resolve("closed")), "the superuser may write everywhere");
     Path target = folder.resolve("closed/a.png");
-    assertEquals("Cannot write \"" + target + "\": no permission to write into its folder.",
-        error(target));
+    assertEquals(
+        "Cannot write \"" + target + "\": no permission to write into its folder.", error(target));
   }
 
   @Test

@@ -30,8 +30,10 @@ class PictureTest {
   }
 
   @ParameterizedTest
-  @CsvSource({"0, 0", "-5, -5", "NaN, NaN", "Infinity, Infinity", "10000.5, 10000.5", "1e12, 1.0E12"})
-  void aSizeOutOfRange(double percent, String shown) {
+  @CsvSource(
+      {"0, 0", "-5, -5", "NaN, NaN", "Infinity, Infinity", "10000.5, 10000.5", "1e12, 1.0E12"})
+  void
+  aSizeOutOfRange(double percent, String shown) {
     assertEquals("The size is " + shown + " percent; it must be greater than 0 and at most 10000.",
         error(800, 600, percent));
   }
@@ -39,10 +41,12 @@ class PictureTest {
   @Test
   void aPictureThatIsTooLarge() {
     assertEquals(10_000, Picture.ofPercent(10_000, 10_000, 100, g -> {}).pixelHeight());
-    assertEquals("At 10000 percent the picture would have 80000 x 60000 pixels; at most 100 million "
+    assertEquals(
+        "At 10000 percent the picture would have 80000 x 60000 pixels; at most 100 million "
             + "are drawn. Choose a smaller size.",
         error(800, 600, 10_000));
-    assertEquals("At 100.1 percent the picture would have 10010 x 10010 pixels; at most 100 million "
+    assertEquals(
+        "At 100.1 percent the picture would have 10010 x 10010 pixels; at most 100 million "
             + "are drawn. Choose a smaller size.",
         error(10_000, 10_000, 100.1));
   }
