@@ -99,6 +99,10 @@ final class SingleTreePicture implements TreePicture {
     return layout;
   }
 
+  boolean isLeftToRight() {
+    return scene.display.leftToRight();
+  }
+
   @Override
   public int width() {
     return width;

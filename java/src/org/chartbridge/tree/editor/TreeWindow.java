@@ -38,7 +38,7 @@ public final class TreeWindow {
 
   /** Brings the window to what the state is, soon. */
   public void update() {
-    if (!Screen.isAvailable()) {
+    if (state.view().bounds() == null || !Screen.isAvailable()) {
       return;
     }
     try {

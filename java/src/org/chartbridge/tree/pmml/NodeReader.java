@@ -1,14 +1,47 @@
 // SPDX-License-Identifier: Apache-2.0
 package org.chartbridge.tree.pmml;
 
+import java.util.ArrayDeque;
 import java.util.ArrayList;
+import java.util.Deque;
 import java.util.List;
 import org.chartbridge.tree.ClassCount;
 import org.chartbridge.tree.Predicate;
 import org.chartbridge.tree.TreeNode;
 
-/** Reads a node with all nodes below it. */
+/** Reads a node with all nodes below it, without recursion: trees may be deeper than the stack of a host's thread allows. */
 final class NodeReader {
+  /** A node whose end is not reached yet. */
+  private final class Open {
+    final int offset = in.offset();
+    final String path;
+    final String id = in.attribute("id");
+    final String score = in.attribute("score");
+    final double recordCount = in.number("recordCount", Double.NaN);
+    final String defaultChild = in.attribute("defaultChild");
+    final List<ClassCount> distribution = new ArrayList<>();
+    final List<TreeNode> children = new ArrayList<>();
+    Predicate predicate;
+    /** How many trees within the node are open; their nodes go on where this one ends. */
+    int embedded;
+
+    Open(String path) {
+      this.path = path;
+      if (recordCount < 0) {
+        throw in.error("attribute recordCount of <Node>: found \"" + in.attribute("recordCount")
+            + "\", expected a number that is not negative");
+      }
+    }
+
+    TreeNode close() {
+      if (predicate == null) {
+        throw in.error(offset, "<Node>" + named(id) + " has no predicate");
+      }
+      return new TreeNode(
+          path, id, score, recordCount, defaultChild, predicate, distribution, children);
+    }
+  }
+
   private final PmmlCursor in;
   private final PredicateReader predicates;
 
@@ -17,50 +50,42 @@ final class NodeReader {
     this.predicates = new PredicateReader(in);
   }
 
-  /** Reads the current {@code Node}. */
-  TreeNode read(String path) {
-    int offset = in.offset();
-    String id = in.attribute("id");
-    String score = in.attribute("score");
-    double recordCount = in.number("recordCount", Double.NaN);
-    if (recordCount < 0) {
-      throw in.error("attribute recordCount of <Node>: found \"" + in.attribute("recordCount")
-          + "\", expected a number that is not negative");
-    }
-    String defaultChild = in.attribute("defaultChild");
-    Predicate predicate = null;
-    List<ClassCount> distribution = new ArrayList<>();
-    List<TreeNode> children = new ArrayList<>();
-    while (in.nextChild()) {
-      if (predicates.isPredicate()) {
-        if (predicate != null) {
-          throw in.error("<Node>" + named(id) + " has a second predicate");
-        }
-        predicate = predicates.read();
+  /** Reads the current {@code Node}, which is a root. */
+  TreeNode read() {
+    Deque<Open> open = new ArrayDeque<>();
+    open.push(new Open("1"));
+    while (true) {
+      Open node = open.peek();
+      if (in.nextChild()) {
+        readChild(node, open);
         continue;
       }
-      switch (in.name()) {
-        case "ScoreDistribution" -> distribution.add(classCount());
-        case "Node" -> children.add(read(path + "." + (children.size() + 1)));
-        case "DecisionTree" -> embedded(path, children);
-        default -> in.skip();
+      if (node.embedded > 0) {
+        node.embedded--;
+        continue;
       }
+      open.pop();
+      TreeNode done = node.close();
+      if (open.isEmpty()) {
+        return done;
+      }
+      open.peek().children.add(done);
     }
-    if (predicate == null) {
-      throw in.error(offset, "<Node>" + named(id) + " has no predicate");
-    }
-    return new TreeNode(
-        path, id, score, recordCount, defaultChild, predicate, distribution, children);
   }
 
-  /** A tree within a node goes on where the node ends. */
-  private void embedded(String path, List<TreeNode> children) {
-    while (in.nextChild()) {
-      if (in.name().equals("Node")) {
-        children.add(read(path + "." + (children.size() + 1)));
-      } else {
-        in.skip();
+  private void readChild(Open node, Deque<Open> open) {
+    if (predicates.isPredicate()) {
+      if (node.predicate != null) {
+        throw in.error("<Node>" + named(node.id) + " has a second predicate");
       }
+      node.predicate = predicates.read();
+      return;
+    }
+    switch (in.name()) {
+      case "ScoreDistribution" -> node.distribution.add(classCount());
+      case "Node" -> open.push(new Open(node.path + "." + (node.children.size() + 1)));
+      case "DecisionTree" -> node.embedded++;
+      default -> in.skip();
     }
   }
 

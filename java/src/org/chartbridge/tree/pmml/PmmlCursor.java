@@ -10,6 +10,7 @@ import javax.xml.stream.XMLStreamException;
 import javax.xml.stream.XMLStreamReader;
 import org.chartbridge.chart.TextPosition;
 import org.chartbridge.tree.TreeException;
+import org.xml.sax.SAXParseException;
 
 /**
  * Goes through a document element by element. Documents of forests are large and their nodes nest deeply, so nothing is kept but
@@ -18,12 +19,14 @@ import org.chartbridge.tree.TreeException;
  */
 final class PmmlCursor {
   /** Elements nest this deep at most, so that no walk down a tree exhausts a stack. */
-  static final int MAX_DEPTH = 1000;
+  static final int MAX_DEPTH = 500;
 
   private final String text;
   private final XMLStreamReader reader;
   private String namespace;
   private int depth;
+  /** Where the last start tag begins. The parser itself only knows how far it has looked ahead. */
+  private int tagStart;
 
   PmmlCursor(String text) {
     this.text = text;
@@ -157,9 +160,7 @@ final class PmmlCursor {
 
   /** Where the current element begins, to be given to {@link #error(int, String)} later. */
   int offset() {
-    int end = reader.getLocation().getCharacterOffset();
-    // No start tag holds a second "<": attribute values have to escape it.
-    return Math.max(0, text.lastIndexOf('<', Math.max(0, Math.min(end, text.length()) - 1)));
+    return tagStart;
   }
 
   TreeException error(String message) {
@@ -182,8 +183,12 @@ final class PmmlCursor {
       int doctype = Math.max(0, text.indexOf("<!DOCTYPE"));
       throw error(doctype, "a document type declaration (<!DOCTYPE) is not allowed");
     }
-    if (event == XMLStreamConstants.START_ELEMENT && ++depth > MAX_DEPTH) {
-      throw error("elements are nested deeper than " + MAX_DEPTH);
+    if (event == XMLStreamConstants.START_ELEMENT) {
+      depth++;
+      tagStart = nextStartTag(depth == 1 ? 0 : tagStart + 1);
+      if (depth > MAX_DEPTH) {
+        throw error("elements are nested deeper than " + MAX_DEPTH);
+      }
     }
     if (event == XMLStreamConstants.END_ELEMENT) {
       depth--;
@@ -191,18 +196,35 @@ final class PmmlCursor {
     return event;
   }
 
+  /** The next start tag in the text, which is well-formed as far as that. */
+  private int nextStartTag(int from) {
+    int at = text.indexOf('<', from);
+    while (at >= 0 && at + 1 < text.length()) {
+      char next = text.charAt(at + 1);
+      if (next != '!' && next != '?' && next != '/') {
+        return at;
+      }
+      String end = text.startsWith("<!--", at) ? "-->"
+          : text.startsWith("<![CDATA[", at) ? "]]>" : next == '?' ? "?>" : ">";
+      int after = text.indexOf(end, at + 2);
+      at = after < 0 ? -1 : text.indexOf('<', after);
+    }
+    return from;
+  }
+
   private TreeException malformed(XMLStreamException e) {
-    String message = e.getMessage() == null ? "no reason given" : e.getMessage();
-    int start = message.indexOf("Message: ");
-    String reason = start < 0 ? message : message.substring(start + "Message: ".length());
-    int line = e.getLocation() == null ? 1 : Math.max(1, e.getLocation().getLineNumber());
-    int column = e.getLocation() == null ? 1 : Math.max(1, e.getLocation().getColumnNumber());
+    SAXParseException fault = WellFormedness.fault(text);
+    if (fault == null) {
+      return new TreeException("PMML document: not well-formed XML: " + e.getMessage() + ".", e);
+    }
+    TextPosition at = new TextPosition(
+        Math.max(1, fault.getLineNumber()), Math.max(1, fault.getColumnNumber()));
     TextPosition end = TextPosition.of(text, text.stripTrailing().length());
     boolean atEnd = depth > 0
-        && (line > end.line() || line == end.line() && column >= end.column());
-    String what = atEnd ? "the document ends too early: " : "not well-formed XML: ";
-    String sentence = reason.strip();
-    return new TreeException("PMML document, " + new TextPosition(line, column) + ": " + what
-        + sentence + (sentence.endsWith(".") ? "" : "."), e);
+        && (at.line() > end.line() || at.line() == end.line() && at.column() >= end.column());
+    String reason = fault.getMessage().strip();
+    return new TreeException("PMML document, " + at + ": "
+        + (atEnd ? "the document ends too early: " : "not well-formed XML: ") + reason
+        + (reason.endsWith(".") ? "" : "."), e);
   }
 }

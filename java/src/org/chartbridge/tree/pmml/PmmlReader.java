@@ -216,7 +216,7 @@ public final class PmmlReader {
     TreeNode root = null;
     while (in.nextChild()) {
       if (in.name().equals("Node") && root == null) {
-        root = new NodeReader(in).read("1");
+        root = new NodeReader(in).read();
       } else if (!common(common)) {
         in.skip();
       }

@@ -8,6 +8,7 @@ import java.nio.file.InvalidPathException;
 import java.nio.file.Path;
 import java.nio.file.attribute.FileTime;
 import java.util.HashMap;
+import java.util.Locale;
 import java.util.Map;
 import javax.xml.XMLConstants;
 import javax.xml.transform.stream.StreamSource;
@@ -23,6 +24,9 @@ import org.xml.sax.SAXParseException;
  * kept until their file changes. Thread-safe.
  */
 public final class SchemaFolder {
+  /** The validator's messages become part of ours, which are English. */
+  private static final String LOCALE = "http://apache.org/xml/properties/locale";
+
   private record Compiled(FileTime changed, long size, Schema schema) {}
 
   private final Path folder;
@@ -68,6 +72,7 @@ public final class SchemaFolder {
     }
     try {
       Validator validator = schema.newValidator();
+      validator.setProperty(LOCALE, Locale.ROOT);
       validator.setProperty(XMLConstants.ACCESS_EXTERNAL_DTD, "");
       validator.setProperty(XMLConstants.ACCESS_EXTERNAL_SCHEMA, "");
       validator.validate(new StreamSource(new ByteArrayInputStream(document)));
