@@ -185,6 +185,17 @@ TEST_F(VizConverterTest, EveryOperationPushesTheEnvOfItsThread) {
   }
 }
 
+TEST_F(VizConverterTest, WhatTheAttachReturnsIsIgnored) {
+  Start();
+  ConvertGPL().Returns(jvm.MakeBytes("xml", "<x/>"));
+  std::string xml;
+  FakePlatform::Get().attach_result = false;
+  EXPECT_TRUE(converter.GPLtoXML("g", xml));
+  FakePlatform::Get().env = nullptr;
+  FakePlatform::Get().attach_result = true;
+  EXPECT_FALSE(converter.GPLtoXML("g", xml));
+}
+
 // ---- Conversions.
 
 TEST_F(VizConverterTest, GPLtoXML) {

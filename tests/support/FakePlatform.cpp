@@ -124,7 +124,7 @@ bool TeskJVM::AttachCurrentThread(JNIEnv** env) {
   Run(platform.on_attach);
   JNIEnv* given = platform.env_of_thread ? platform.env_of_thread() : platform.env;
   if (given != nullptr) *env = given;
-  return given != nullptr;
+  return platform.attach_result.value_or(given != nullptr);
 }
 
 // ---- The JNI accessor library.

@@ -5,6 +5,7 @@
 #include <jni.h>
 
 #include <functional>
+#include <optional>
 #include <string>
 
 namespace chartbridge::testing {
@@ -29,6 +30,8 @@ struct FakePlatform {
   bool start_works = true;
   /// What attaching gives; null for a thread that cannot be attached.
   JNIEnv* env = nullptr;
+  /// What attaching returns, where it is not whether there is an env.
+  std::optional<bool> attach_result;
   /// Runs in every attach, to throw or to change the rounding mode.
   std::function<void()> on_attach;
   /// When set, what attaching gives to the calling thread.
