@@ -33,8 +33,10 @@ final class AreaBuilder {
       byColor.values().forEach(area -> area.sort(Comparator.comparingDouble(group -> group.x)));
       Arrangement arrangement = element.arrangement();
       boolean stacks = arrangement == Arrangement.STACKED || arrangement == Arrangement.FILLED;
-      layers.add(new AreaLayer(source, panel, stacks && byColor.size() > 0 && !single(byColor, arrangement)
-          ? stacked(byColor, arrangement == Arrangement.FILLED) : overlaid(byColor)));
+      layers.add(new AreaLayer(source, panel,
+          stacks && byColor.size() > 0 && !single(byColor, arrangement)
+              ? stacked(byColor, arrangement == Arrangement.FILLED)
+              : overlaid(byColor)));
     }
     return layers;
   }
@@ -48,8 +50,9 @@ final class AreaBuilder {
     Arrangement arrangement = element.arrangement();
     boolean stacks = arrangement == Arrangement.STACKED || arrangement == Arrangement.FILLED;
     if (several && stacks && source.y().kind == ScaleKind.LOG) {
-      throw element.error("y", "stacked areas cannot be read on a log scale; use arrangement overlaid, "
-          + "or scale linear.");
+      throw element.error("y",
+          "stacked areas cannot be read on a log scale; use arrangement overlaid, "
+              + "or scale linear.");
     }
   }
 
@@ -77,8 +80,9 @@ final class AreaBuilder {
       groups.removeIf(group -> Double.isNaN(group.y));
       for (Group group : groups) {
         if (group.y < 0) {
-          throw element.error("y", "the value " + Formats.plain(group.y) + " cannot be stacked on others; "
-              + "use arrangement overlaid, or drop the negative values.");
+          throw element.error("y",
+              "the value " + Formats.plain(group.y) + " cannot be stacked on others; "
+                  + "use arrangement overlaid, or drop the negative values.");
         }
         places.add(group.x);
       }
@@ -103,7 +107,10 @@ final class AreaBuilder {
     return areas;
   }
 
-  /** The heights of one colour at every place: between two values of its own on the line between them, beyond them zero. */
+  /**
+   * The heights of one colour at every place: between two values of its own on the line between
+   * them, beyond them zero.
+   */
   private static double[] heights(List<Group> groups, double[] x) {
     double[] heights = new double[x.length];
     int next = 0;

@@ -115,7 +115,8 @@ final class AreaLayer extends Layer {
       for (int i = 0; i < area.size(); i++) {
         Corner corner = area.get(i);
         double x = frame.px(corner.x);
-        if (corner.group == null || x < frame.area().getX() - 0.5 || x > frame.area().getMaxX() + 0.5) {
+        if (corner.group == null || x < frame.area().getX() - 0.5
+            || x > frame.area().getMaxX() + 0.5) {
           continue;
         }
         Map<String, String> values = values(corner.group);

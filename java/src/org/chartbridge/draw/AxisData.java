@@ -6,6 +6,7 @@ import java.util.HashMap;
 import java.util.LinkedHashMap;
 import java.util.LinkedHashSet;
 import java.util.List;
+import java.util.Locale;
 import java.util.Map;
 import java.util.Set;
 import java.util.TreeSet;
@@ -19,7 +20,10 @@ import org.chartbridge.chart.ElementKind;
 import org.chartbridge.chart.ScaleKind;
 import org.chartbridge.data.Column;
 
-/** What an axis shows: the kind of its scale, its categories, its title, and how its values are written. */
+/**
+ * What an axis shows: the kind of its scale, its categories, its title, and how its values are
+ * written.
+ */
 final class AxisData {
   private static final int MOST_CATEGORIES = 500;
 
@@ -43,9 +47,11 @@ final class AxisData {
     kind = kind(elements);
     categories = kind == ScaleKind.CATEGORY ? collectCategories(elements) : List.of();
     title = axis.title() != null ? plan.text(axis.title()) : defaultTitle(elements);
-    shares = elements.stream().allMatch(e -> e.horizontal == horizontal
-        && e.element.arrangement() == org.chartbridge.chart.Arrangement.FILLED
-        && (e.kind == ElementKind.BAR || e.kind == ElementKind.AREA || e.kind == ElementKind.HISTOGRAM));
+    shares = elements.stream().allMatch(e
+        -> e.horizontal == horizontal
+            && e.element.arrangement() == org.chartbridge.chart.Arrangement.FILLED
+            && (e.kind == ElementKind.BAR || e.kind == ElementKind.AREA
+                || e.kind == ElementKind.HISTOGRAM));
     pattern = pattern();
     checkLimits();
   }
@@ -120,20 +126,32 @@ final class AxisData {
             || element.kind == ElementKind.BOX) && !isPosition(element);
     if (wanted == ScaleKind.CATEGORY) {
       if (measured || element.kind == ElementKind.HISTOGRAM) {
-        throw element.error(name(), "its values cannot stand on a category scale; use scale linear.");
+        throw element.error(name(), "its values cannot stand on a category scale; use scale "
+            + "linear.");
       }
       return wanted;
     }
-    boolean numbers = wanted == ScaleKind.LINEAR || wanted == ScaleKind.LOG;
-    if (numbers && holds != ColumnKind.NUMBER || wanted == ScaleKind.TIME && holds != ColumnKind.TIME) {
-      String what = holds == ColumnKind.NUMBER ? "numbers"
-          : holds == ColumnKind.TIME ? "times" : "categories";
-      throw element.error(name(), "column \"" + (column == null ? "count" : column.name())
-          + "\" holds " + what + ", which do not fit the axis' scale "
-          + wanted.name().toLowerCase(java.util.Locale.ROOT) + "; change the scale, or declare the column as "
-          + (numbers ? "number" : "time") + ".");
-    }
+    checkScale(element, column, holds, wanted);
     return wanted;
+  }
+
+  private void checkScale(
+      ElementPlan element, Column column, ColumnKind holds, ScaleKind wanted) {
+    boolean numbers = wanted == ScaleKind.LINEAR || wanted == ScaleKind.LOG;
+    ColumnKind needs = numbers ? ColumnKind.NUMBER : ColumnKind.TIME;
+    if (holds == needs) {
+      return;
+    }
+    String what = switch (holds) {
+      case NUMBER -> "numbers";
+      case TIME -> "times";
+      case CATEGORY -> "categories";
+    };
+    throw element.error(name(),
+        "column \"" + (column == null ? "count" : column.name()) + "\" holds " + what
+            + ", which do not fit the axis' scale " + wanted.name().toLowerCase(Locale.ROOT)
+            + "; change the scale, or declare the column as " + (numbers ? "number" : "time")
+            + ".");
   }
 
   private List<String> collectCategories(List<ElementPlan> elements) {
@@ -153,9 +171,11 @@ final class AxisData {
         valueCodes.put(column, numberCodes(element, column, labels));
       }
       if (labels.size() > MOST_CATEGORIES) {
-        throw element.error(name(), "column \"" + column.name() + "\" has " + labels.size()
-            + " categories, more than the " + MOST_CATEGORIES + " that fit an axis; choose fewer"
-            + (column.kind() == ColumnKind.CATEGORY ? ", or another column." : ", or scale linear."));
+        throw element.error(name(),
+            "column \"" + column.name() + "\" has " + labels.size() + " categories, more than the "
+                + MOST_CATEGORIES + " that fit an axis; choose fewer"
+                + (column.kind() == ColumnKind.CATEGORY ? ", or another column."
+                                                        : ", or scale linear."));
       }
     }
     return List.copyOf(new ArrayList<>(labels.keySet()));
@@ -217,7 +237,8 @@ final class AxisData {
     }
     boolean time = kind == ScaleKind.TIME;
     try {
-      return time ? plan.formats.timePattern(axis.format()) : plan.formats.numberPattern(axis.format());
+      return time ? plan.formats.timePattern(axis.format())
+                  : plan.formats.numberPattern(axis.format());
     } catch (IllegalArgumentException | java.time.DateTimeException e) {
       throw new ChartException("Axis " + name() + ": the format \"" + axis.format() + "\" is no "
           + (time ? "date pattern such as d MMM yyyy." : "number pattern such as #,##0.0."), e);
@@ -231,7 +252,8 @@ final class AxisData {
       return;
     }
     if (kind == ScaleKind.CATEGORY) {
-      throw new ChartException("Axis " + name() + ": min and max do not fit categories; drop them.");
+      throw new ChartException(
+          "Axis " + name() + ": min and max do not fit categories; drop them.");
     }
     if (min != null && max != null && !(min < max)) {
       throw new ChartException("Axis " + name() + ": min " + Formats.plain(min)
@@ -297,8 +319,9 @@ final class AxisData {
     if (!(ends[0] < ends[1])) {
       boolean low = axis.min() != null;
       throw new ChartException("Axis " + name() + ": " + (low ? "min " : "max ")
-          + Formats.plain(low ? axis.min() : axis.max()) + " leaves no data in sight; the values run from "
-          + Formats.plain(extent.min()) + " to " + Formats.plain(extent.max()) + ".");
+          + Formats.plain(low ? axis.min() : axis.max())
+          + " leaves no data in sight; the values run from " + Formats.plain(extent.min()) + " to "
+          + Formats.plain(extent.max()) + ".");
     }
     return AxisScale.continuous(kind, ends[0], ends[1], axis.reversed());
   }

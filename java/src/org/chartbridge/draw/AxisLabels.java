@@ -34,7 +34,8 @@ record AxisLabels(List<Tick> ticks, int angle, double depth, double before, doub
      * @param mostDepth the most room that its texts may take away from the plot
      * @param roomBefore how far texts may reach beyond its start
      */
-    Fitter(Plan plan, AxisData data, AxisScale scale, double length, double mostDepth, double roomBefore) {
+    Fitter(Plan plan, AxisData data, AxisScale scale, double length, double mostDepth,
+        double roomBefore) {
       this.plan = plan;
       this.data = data;
       this.scale = scale;
@@ -57,13 +58,14 @@ record AxisLabels(List<Tick> ticks, int angle, double depth, double before, doub
 
     private List<Tick> ticks() {
       double span = scale.upper() - scale.lower();
-      double least = data.horizontal
-          ? Math.max(44 * plan.type.factor, length / 12) : Math.max(28 * plan.type.factor, length / 8);
+      double least = data.horizontal ? Math.max(44 * plan.type.factor, length / 12)
+                                     : Math.max(28 * plan.type.factor, length / 8);
       double rough = span * Math.min(least, length / 2) / length;
       return switch (scale.kind()) {
-        case LOG -> Ticks.log(scale.lower(), scale.upper(), length, this::room, data.pattern, plan.formats);
-        case TIME -> TimeTicks.of(scale.lower(), scale.upper(), rough, !data.horizontal, data.pattern,
-            plan.formats, this::fits);
+        case LOG -> Ticks.log(
+            scale.lower(), scale.upper(), length, this::room, data.pattern, plan.formats);
+        case TIME -> TimeTicks.of(scale.lower(), scale.upper(), rough, !data.horizontal,
+            data.pattern, plan.formats, this::fits);
         default -> linear(rough);
       };
     }
@@ -97,7 +99,8 @@ record AxisLabels(List<Tick> ticks, int angle, double depth, double before, doub
 
     /** The room that a text takes along the axis. */
     private double room(String text) {
-      return data.horizontal ? plan.type.width(text, font) + gap() : plan.type.lineHeight(font) * 1.15;
+      return data.horizontal ? plan.type.width(text, font) + gap()
+                             : plan.type.lineHeight(font) * 1.15;
     }
 
     private boolean fits(List<Tick> ticks, double step) {
@@ -158,7 +161,8 @@ record AxisLabels(List<Tick> ticks, int angle, double depth, double before, doub
       if (oneLine || words && MOST_LINES * plan.type.lineHeight(font) <= mostDepth) {
         return wrapped(shown, room);
       }
-      if (shown.size() <= 3 && mostDepth >= 2 * plan.type.lineHeight(font) && slot > 60 * plan.type.factor) {
+      if (shown.size() <= 3 && mostDepth >= 2 * plan.type.lineHeight(font)
+          && slot > 60 * plan.type.factor) {
         return wrapped(shown, room);
       }
       AxisLabels slanted = slot >= font.getSize2D() * 1.9 ? slanted(shown, slot) : null;
@@ -225,7 +229,8 @@ record AxisLabels(List<Tick> ticks, int angle, double depth, double before, doub
       for (int k = 0; k < shown.size(); k++) {
         int i = shown.get(k);
         boolean show = k % every == 0;
-        List<String> lines = show ? plan.type.wrap(data.categories.get(i), font, mostDepth, most) : List.of();
+        List<String> lines =
+            show ? plan.type.wrap(data.categories.get(i), font, mostDepth, most) : List.of();
         ticks.add(new Tick(i, lines));
         depth = Math.max(depth, plan.type.width(lines, font));
       }
@@ -234,7 +239,9 @@ record AxisLabels(List<Tick> ticks, int angle, double depth, double before, doub
     }
   }
 
-  /** The distance of the first two ticks, to round the ends of the axis by; 0 when there is none. */
+  /**
+   * The distance of the first two ticks, to round the ends of the axis by; 0 when there is none.
+   */
   static double step(AxisLabels labels, AxisScale scale) {
     if (scale.kind() != ScaleKind.LINEAR || labels.ticks().size() < 2) {
       return 0;

@@ -4,8 +4,8 @@ package org.chartbridge.draw;
 import org.chartbridge.chart.ScaleKind;
 
 /**
- * Maps values to positions along an axis, from 0 at its start to 1 at its end. Categories are the whole numbers of their indices;
- * a panel may show a part of them.
+ * Maps values to positions along an axis, from 0 at its start to 1 at its end. Categories are the
+ * whole numbers of their indices; a panel may show a part of them.
  */
 final class AxisScale {
   private final ScaleKind kind;

@@ -4,8 +4,8 @@ package org.chartbridge.draw;
 import java.util.Arrays;
 
 /**
- * Equal intervals that cover a range. Each holds the values from its lower end up to, but not including, its upper end; the last
- * holds its upper end too.
+ * Equal intervals that cover a range. Each holds the values from its lower end up to, but not
+ * including, its upper end; the last holds its upper end too.
  *
  * @param start lower end of the first
  * @param width width of each
@@ -26,7 +26,10 @@ record Bins(double start, double width, int count) {
     return new Bins(min, (max - min) / count, count);
   }
 
-  /** Bins as wide as the rule of Freedman and Diaconis asks, rounded to a round width, at least 5 and at most about 60. */
+  /**
+   * Bins as wide as the rule of Freedman and Diaconis asks, rounded to a round width, at least 5
+   * and at most about 60.
+   */
   static Bins fitting(double[] values) {
     double[] sorted = values.clone();
     Arrays.sort(sorted);
@@ -43,7 +46,8 @@ record Bins(double start, double width, int count) {
     double round = nearest(width, range);
     double start = Math.floor(min / round + 1e-9) * round;
     int count = (int) Math.floor((sorted[sorted.length - 1] - start) / round + 1e-9) + 1;
-    boolean endsOnEdge = Math.abs(start + (count - 1) * round - sorted[sorted.length - 1]) < round * 1e-9;
+    boolean endsOnEdge =
+        Math.abs(start + (count - 1) * round - sorted[sorted.length - 1]) < round * 1e-9;
     return new Bins(start, round, endsOnEdge && count > 1 ? count - 1 : count);
   }
 

@@ -55,7 +55,8 @@ final class BoxLayer extends Layer {
         continue;
       }
       Color color = color(box.group);
-      Color ink = inks.hatches() ? Color.BLACK : Inks.mix(Inks.alpha(color, 1), plan.style.text, 0.35);
+      Color ink =
+          inks.hatches() ? Color.BLACK : Inks.mix(Inks.alpha(color, 1), plan.style.text, 0.35);
       Quartiles n = box.numbers;
       double middle = (box.p0 + box.p1) / 2;
       double cap = (box.p1 - box.p0) * CAP / 2;
@@ -69,7 +70,8 @@ final class BoxLayer extends Layer {
       g.setPaint(ink);
       g.setStroke(new BasicStroke((float) (1.2 * factor)));
       g.draw(rect);
-      g.setStroke(new BasicStroke((float) (2.6 * factor), BasicStroke.CAP_BUTT, BasicStroke.JOIN_MITER));
+      g.setStroke(
+          new BasicStroke((float) (2.6 * factor), BasicStroke.CAP_BUTT, BasicStroke.JOIN_MITER));
       g.setPaint(ink);
       g.draw(line(frame, box.p0, n.median(), box.p1, n.median()));
       g.setPaint(ink);

@@ -71,9 +71,10 @@ final class CellAxis {
     double[] edges = new double[2 * distinct.length];
     int last = distinct.length - 1;
     for (int i = 0; i <= last; i++) {
-      edges[2 * i] = i == 0 ? distinct[0] - half(distinct, 0, 1, gap) : (distinct[i - 1] + distinct[i]) / 2;
-      edges[2 * i + 1] = i == last
-          ? distinct[last] + half(distinct, last - 1, last, gap) : (distinct[i] + distinct[i + 1]) / 2;
+      edges[2 * i] =
+          i == 0 ? distinct[0] - half(distinct, 0, 1, gap) : (distinct[i - 1] + distinct[i]) / 2;
+      edges[2 * i + 1] = i == last ? distinct[last] + half(distinct, last - 1, last, gap)
+                                   : (distinct[i] + distinct[i + 1]) / 2;
     }
     return edges;
   }

@@ -8,7 +8,9 @@ import org.chartbridge.chart.Chart;
 import org.chartbridge.chart.ChartException;
 import org.chartbridge.data.Table;
 
-/** A chart laid out for drawing. Prepare it once, then draw it as often as needed, on one thread. */
+/**
+ * A chart laid out for drawing. Prepare it once, then draw it as often as needed, on one thread.
+ */
 public final class ChartDrawing {
   private final Chart chart;
   private final PageLayout layout;
@@ -22,7 +24,8 @@ public final class ChartDrawing {
   /**
    * Sums up the data and lays the picture out.
    *
-   * @throws ChartException when the data cannot be drawn as the chart asks; the message names element and column
+   * @throws ChartException when the data cannot be drawn as the chart asks; the message names
+   *     element and column
    */
   public static ChartDrawing prepare(Chart chart, Table table, DrawOptions options) {
     return new ChartDrawing(chart, new PageLayout(new Scene(new Plan(chart, table, options))));
@@ -38,12 +41,15 @@ public final class ChartDrawing {
     return chart.size().height();
   }
 
-  /** Draws the chart at 100 percent into (0, 0, width, height); scale the graphics for other sizes. */
+  /**
+   * Draws the chart at 100 percent into (0, 0, width, height); scale the graphics for other sizes.
+   */
   public void draw(Graphics2D graphics) {
     Graphics2D g = (Graphics2D) graphics.create();
     try {
       g.setRenderingHint(RenderingHints.KEY_ANTIALIASING, RenderingHints.VALUE_ANTIALIAS_ON);
-      g.setRenderingHint(RenderingHints.KEY_TEXT_ANTIALIASING, RenderingHints.VALUE_TEXT_ANTIALIAS_ON);
+      g.setRenderingHint(
+          RenderingHints.KEY_TEXT_ANTIALIASING, RenderingHints.VALUE_TEXT_ANTIALIAS_ON);
       g.setRenderingHint(
           RenderingHints.KEY_FRACTIONALMETRICS, RenderingHints.VALUE_FRACTIONALMETRICS_ON);
       layout.draw(g);

@@ -9,7 +9,8 @@ import java.util.Map;
  *
  * @param locale how numbers and dates are written; null for {@link Locale#ROOT}
  * @param style the style; null for the one that the chart names, else "print"
- * @param messages texts that replace texts of the chart: the key is the text as it stands in the chart; null for none
+ * @param messages texts that replace texts of the chart: the key is the text as it stands in the
+ *     chart; null for none
  */
 public record DrawOptions(Locale locale, Style style, Map<String, String> messages) {
   /** The chart's own style, neutral numbers and dates, no replaced texts. */

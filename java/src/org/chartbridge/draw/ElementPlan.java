@@ -13,7 +13,10 @@ import org.chartbridge.chart.ElementKind;
 import org.chartbridge.chart.ScaleKind;
 import org.chartbridge.data.Column;
 
-/** An element with its channels checked against the data and filled in where the chart leaves them open. */
+/**
+ * An element with its channels checked against the data and filled in where the chart leaves them
+ * open.
+ */
 final class ElementPlan {
   final int index;
   final Element element;
@@ -39,7 +42,8 @@ final class ElementPlan {
     kind = element.kind();
     Channel givenX = element.x();
     Channel givenY = element.y();
-    boolean counts = kind == ElementKind.BAR || kind == ElementKind.HISTOGRAM || kind == ElementKind.PIE;
+    boolean counts =
+        kind == ElementKind.BAR || kind == ElementKind.HISTOGRAM || kind == ElementKind.PIE;
     boolean noX = givenX == null && givenY != null && counts && kind != ElementKind.PIE;
     x = noX ? Channel.count() : givenX;
     y = givenY == null && counts ? Channel.count() : givenY;
@@ -209,14 +213,16 @@ final class ElementPlan {
 
   private void checkMeasure() {
     if (isAggregate(position())) {
-      throw error(positionName(), "x and y are both summed up; one of them must be a plain column.");
+      throw error(positionName(), "x and y are both summed up; one of them must be a plain "
+          + "column.");
     }
     if (kind == ElementKind.LINE || kind == ElementKind.PIE || kind == ElementKind.BAR
         || kind == ElementKind.AREA) {
       boolean category = measureColumn() != null && measure().aggregate() == Aggregate.NONE
           && measureColumn().kind() == ColumnKind.CATEGORY;
       if (category && kind != ElementKind.LINE) {
-        throw error(measureName(), "column \"" + measureColumn().name() + "\" holds categories, and "
+        throw error(measureName(), "column \"" + measureColumn().name() + "\" holds categories, "
+            + "and "
             + oneOfKind() + " needs numbers there; use count, or declare the column as number.");
       }
     }

@@ -16,9 +16,13 @@ import java.time.format.FormatStyle;
 import java.util.Locale;
 import java.util.function.DoubleFunction;
 
-/** Texts of numbers, shares and times in one locale. Times are shown in UTC, the zone they are stored in. */
+/**
+ * Texts of numbers, shares and times in one locale. Times are shown in UTC, the zone they are
+ * stored in.
+ */
 final class Formats {
-  private static final String SUPERSCRIPTS = "\u2070\u00b9\u00b2\u00b3\u2074\u2075\u2076\u2077\u2078\u2079";
+  private static final String SUPERSCRIPTS =
+      "\u2070\u00b9\u00b2\u00b3\u2074\u2075\u2076\u2077\u2078\u2079";
   private static final double COMPACT_FROM = 1e6;
   private static final double LARGEST_PLAIN = 1e15;
   private static final double SMALLEST_PLAIN = 1e-5;
@@ -54,8 +58,9 @@ final class Formats {
   private static String dayAndMonthPattern(Locale locale) {
     String full = DateTimeFormatterBuilder.getLocalizedDateTimePattern(
         FormatStyle.MEDIUM, null, IsoChronology.INSTANCE, locale);
-    String pattern = full.replaceAll("[,\\s]*(\\bde\\b\\s*)?'?[yu]+[^dM]*", full.matches("[yu].*") ? "" : "")
-        .replaceAll("[\\s/\\-,]+$", "");
+    String pattern =
+        full.replaceAll("[,\\s]*(\\bde\\b\\s*)?'?[yu]+[^dM]*", full.matches("[yu].*") ? "" : "")
+            .replaceAll("[\\s/\\-,]+$", "");
     try {
       DateTimeFormatter.ofPattern(pattern, locale);
       return pattern.contains("d") && (pattern.contains("M") || pattern.contains("L"))
@@ -154,7 +159,8 @@ final class Formats {
   }
 
   String clockWithMillis(double millis) {
-    return mediumTime.format(at(millis)) + DecimalFormatSymbols.getInstance(locale).getDecimalSeparator()
+    return mediumTime.format(at(millis))
+        + DecimalFormatSymbols.getInstance(locale).getDecimalSeparator()
         + String.format(Locale.ROOT, "%03d", Math.floorMod((long) Math.floor(millis), 1000L));
   }
 
@@ -173,7 +179,8 @@ final class Formats {
       return value -> Math.abs(value) < step / 2 ? number.format(0) : power(value);
     }
     if (largest >= COMPACT_FROM && compactDigits(exponent, largest) <= 2) {
-      NumberFormat compact = NumberFormat.getCompactNumberInstance(locale, NumberFormat.Style.SHORT);
+      NumberFormat compact =
+          NumberFormat.getCompactNumberInstance(locale, NumberFormat.Style.SHORT);
       compact.setMaximumFractionDigits(2);
       return value -> Math.abs(value) < step / 2 ? compact.format(0) : compact.format(value);
     }

@@ -13,7 +13,10 @@ record Frame(AxisScale x, AxisScale y, Rectangle2D area) {
     return area.getMaxY() - y.unit(value) * area.getHeight();
   }
 
-  /** The rectangle between two positions and two measures, cut at the panel's ends; null when nothing of it is in sight. */
+  /**
+   * The rectangle between two positions and two measures, cut at the panel's ends; null when
+   * nothing of it is in sight.
+   */
   Rectangle2D rect(boolean horizontal, double p0, double p1, double v0, double v1) {
     double x0 = clampX(px(horizontal ? v0 : p0));
     double x1 = clampX(px(horizontal ? v1 : p1));

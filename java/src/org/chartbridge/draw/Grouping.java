@@ -13,8 +13,8 @@ import org.chartbridge.chart.ElementKind;
 import org.chartbridge.data.Column;
 
 /**
- * Sums up the rows of an element: those that agree in all plain channels make one mark, and its other channels are aggregates over
- * them. Without aggregates every row is a mark.
+ * Sums up the rows of an element: those that agree in all plain channels make one mark, and its
+ * other channels are aggregates over them. Without aggregates every row is a mark.
  */
 final class Grouping {
   private final Plan plan;
@@ -167,7 +167,8 @@ final class Grouping {
     group.colorValue = entry.color == null ? group.colorValue : entry.color.result();
     group.size = entry.size == null ? group.size : entry.size.result();
     if (entry.label != null && !Double.isNaN(entry.label.result())) {
-      group.label = plan.formatShort(element.element.label(), element.labelColumn, entry.label.result());
+      group.label =
+          plan.formatShort(element.element.label(), element.labelColumn, entry.label.result());
     }
     boolean gap = keepGaps && Double.isNaN(group.measure(element.horizontal));
     boolean unplaced = Double.isNaN(group.x) || Double.isNaN(group.y) && !gap;

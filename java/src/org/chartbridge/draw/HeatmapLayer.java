@@ -74,10 +74,12 @@ final class HeatmapLayer extends Layer {
       }
       Map<String, String> values = values(group);
       if (xCells.binned()) {
-        values.replace(plan.label(element.x), xCells.text(plan, element.x, element.xColumn, group.x));
+        values.replace(
+            plan.label(element.x), xCells.text(plan, element.x, element.xColumn, group.x));
       }
       if (yCells.binned()) {
-        values.replace(plan.label(element.y), yCells.text(plan, element.y, element.yColumn, group.y));
+        values.replace(
+            plan.label(element.y), yCells.text(plan, element.y, element.yColumn, group.y));
       }
       marks.add(mark(rect, values));
     }

@@ -14,7 +14,8 @@ import java.awt.geom.Rectangle2D;
 /** Colours, patterns, dashes and marker shapes of the groups. */
 final class Inks {
   private static final int SHAPES = 6;
-  private static final float[][] DASHES = {null, {7, 4}, {2, 3}, {9, 3, 2, 3}, {14, 4}, {5, 2, 1, 2, 1, 2}};
+  private static final float[][] DASHES = {
+      null, {7, 4}, {2, 3}, {9, 3, 2, 3}, {14, 4}, {5, 2, 1, 2, 1, 2}};
 
   /** What hatches a surface in styles without colours. */
   private enum Hatch { NONE, RISING, FALLING, CROSSED, LEVEL }
@@ -64,7 +65,9 @@ final class Inks {
   BasicStroke line(int index) {
     float width = (float) (style.lineWidth * factor);
     boolean dashed = style.shapes || index >= style.palette.size();
-    float[] pattern = dashed ? DASHES[(style.shapes ? index : index / style.palette.size()) % DASHES.length] : null;
+    float[] pattern = dashed
+        ? DASHES[(style.shapes ? index : index / style.palette.size()) % DASHES.length]
+        : null;
     if (pattern == null) {
       return new BasicStroke(width, BasicStroke.CAP_ROUND, BasicStroke.JOIN_ROUND);
     }
@@ -107,8 +110,8 @@ final class Inks {
   }
 
   private static Shape plus(double r, double half) {
-    return polygon(-half, -r, half, -r, half, -half, r, -half, r, half, half, half, half, r, -half, r,
-        -half, half, -r, half, -r, -half, -half, -half);
+    return polygon(-half, -r, half, -r, half, -half, r, -half, r, half, half, half, half, r, -half,
+        r, -half, half, -r, half, -r, -half, -half, -half);
   }
 
   boolean hatches() {

@@ -8,7 +8,10 @@ import java.awt.geom.Rectangle2D;
 import java.util.ArrayList;
 import java.util.List;
 
-/** Places the labels of marks inside a panel. A label that would cover another one, or leave the panel, is left out. */
+/**
+ * Places the labels of marks inside a panel. A label that would cover another one, or leave the
+ * panel, is left out.
+ */
 final class LabelPlacer {
   private static final int MOST = 2000;
 
@@ -35,10 +38,9 @@ final class LabelPlacer {
     double w = type.width(text, font);
     double h = height();
     double away = radius + gap;
-    double[][] corners = {
-      {x + away, y - h / 2}, {x - away - w, y - h / 2}, {x - w / 2, y - away - h},
-      {x - w / 2, y + away}, {x + away * 0.7, y - away * 0.7 - h}, {x - away * 0.7 - w, y - away * 0.7 - h}
-    };
+    double[][] corners = {{x + away, y - h / 2}, {x - away - w, y - h / 2},
+        {x - w / 2, y - away - h}, {x - w / 2, y + away}, {x + away * 0.7, y - away * 0.7 - h},
+        {x - away * 0.7 - w, y - away * 0.7 - h}};
     for (double[] corner : corners) {
       if (place(text, new Rectangle2D.Double(corner[0], corner[1], w, h), color)) {
         return;
@@ -47,19 +49,24 @@ final class LabelPlacer {
   }
 
   /** Beyond the end of a bar, else inside it. */
-  void atEnd(String text, Rectangle2D bar, boolean horizontal, boolean negative, Color insideColor) {
+  void atEnd(
+      String text, Rectangle2D bar, boolean horizontal, boolean negative, Color insideColor) {
     double w = type.width(text, font);
     double h = height();
     Rectangle2D beyond;
     Rectangle2D within;
     if (horizontal) {
       double y = bar.getCenterY() - h / 2;
-      beyond = new Rectangle2D.Double(negative ? bar.getX() - gap - w : bar.getMaxX() + gap, y, w, h);
-      within = new Rectangle2D.Double(negative ? bar.getX() + gap : bar.getMaxX() - gap - w, y, w, h);
+      beyond =
+          new Rectangle2D.Double(negative ? bar.getX() - gap - w : bar.getMaxX() + gap, y, w, h);
+      within =
+          new Rectangle2D.Double(negative ? bar.getX() + gap : bar.getMaxX() - gap - w, y, w, h);
     } else {
       double x = bar.getCenterX() - w / 2;
-      beyond = new Rectangle2D.Double(x, negative ? bar.getMaxY() + gap / 2 : bar.getY() - gap / 2 - h, w, h);
-      within = new Rectangle2D.Double(x, negative ? bar.getMaxY() - gap - h : bar.getY() + gap, w, h);
+      beyond = new Rectangle2D.Double(
+          x, negative ? bar.getMaxY() + gap / 2 : bar.getY() - gap / 2 - h, w, h);
+      within =
+          new Rectangle2D.Double(x, negative ? bar.getMaxY() - gap - h : bar.getY() + gap, w, h);
     }
     if (!place(text, beyond, color) && bar.contains(within)) {
       place(text, within, insideColor);

@@ -75,7 +75,8 @@ abstract class Layer {
 
   String positionText(Group group) {
     AxisData axis = element.horizontal ? y : x;
-    return axis.text(element.position(), element.positionColumn(), group.position(element.horizontal));
+    return axis.text(
+        element.position(), element.positionColumn(), group.position(element.horizontal));
   }
 
   String measureText(Group group) {
@@ -111,8 +112,8 @@ abstract class Layer {
     if (colors == null) {
       return;
     }
-    String text = colors.continuous
-        ? plan.format(colors.channel, colors.column, group.colorValue) : colors.labels.get(group.color);
+    String text = colors.continuous ? plan.format(colors.channel, colors.column, group.colorValue)
+                                    : colors.labels.get(group.color);
     values.putIfAbsent(colors.title, text);
   }
 

@@ -88,9 +88,11 @@ final class LayerFactory {
 
   private void checkLog(double value, AxisData axis, Column column) {
     if (axis.kind == ScaleKind.LOG && value <= 0) {
-      throw element.error(axis.name(), "the value " + Formats.plain(value)
-          + (column == null ? "" : " of column \"" + column.name() + "\"")
-          + " has no place on a log scale, which starts above 0; use scale linear, or drop such rows.");
+      throw element.error(axis.name(),
+          "the value " + Formats.plain(value)
+              + (column == null ? "" : " of column \"" + column.name() + "\"")
+              + " has no place on a log scale, which starts above 0; use scale linear, or drop "
+              + "such rows.");
     }
   }
 

@@ -13,7 +13,10 @@ import org.jfree.chart.renderer.xy.XYItemRendererState;
 import org.jfree.data.xy.DefaultXYDataset;
 import org.jfree.data.xy.XYDataset;
 
-/** Draws a whole layer as the one item of a dataset, so that the chart library's plot stacks and clips the layers. */
+/**
+ * Draws a whole layer as the one item of a dataset, so that the chart library's plot stacks and
+ * clips the layers.
+ */
 @SuppressWarnings("serial")
 final class LayerRenderer extends AbstractXYItemRenderer {
   private static final long serialVersionUID = 1L;
@@ -27,7 +30,10 @@ final class LayerRenderer extends AbstractXYItemRenderer {
     this.frame = frame;
   }
 
-  /** The clip around the panel: marks at its ends reach a little beyond it, and the chart library would cut them. */
+  /**
+   * The clip around the panel: marks at its ends reach a little beyond it, and the chart library
+   * would cut them.
+   */
   void setOuterClip(Shape clip) {
     outer = clip;
   }
@@ -48,8 +54,8 @@ final class LayerRenderer extends AbstractXYItemRenderer {
 
   @Override
   public void drawItem(Graphics2D g, XYItemRendererState state, Rectangle2D area,
-      PlotRenderingInfo info, XYPlot plot, ValueAxis domainAxis, ValueAxis rangeAxis, XYDataset data,
-      int series, int item, CrosshairState crosshair, int pass) {
+      PlotRenderingInfo info, XYPlot plot, ValueAxis domainAxis, ValueAxis rangeAxis,
+      XYDataset data, int series, int item, CrosshairState crosshair, int pass) {
     Shape inner = g.getClip();
     double reach = layer.reach();
     if (reach > 0) {

@@ -80,7 +80,8 @@ final class LegendBox {
     return new Laid(width, y, parts);
   }
 
-  private double[] vertical(Block block, double maxWidth, double maxHeight, double top, List<Part> parts) {
+  private double[] vertical(
+      Block block, double maxWidth, double maxHeight, double top, List<Part> parts) {
     double y = top;
     double width = 0;
     for (String text : titleLines(block, maxWidth)) {
@@ -123,7 +124,8 @@ final class LegendBox {
       List<Entry> entries, double maxWidth, double maxHeight, double top, List<Part> parts) {
     int perColumn = (int) Math.max(1, Math.floor(maxHeight / line));
     int wanted = (entries.size() + perColumn - 1) / perColumn;
-    int columns = Math.max(1, Math.min(wanted, (int) (maxWidth / (swatch + gap + 50 * type.factor))));
+    int columns =
+        Math.max(1, Math.min(wanted, (int) (maxWidth / (swatch + gap + 50 * type.factor))));
     double column = (maxWidth - (columns - 1) * gap * 2) / columns;
     double room = column - swatch - gap;
     boolean wraps = columns == 1 && lines(entries, room) <= perColumn;
@@ -215,14 +217,18 @@ final class LegendBox {
           Tick.of(max, plan.format(scale.channel, scale.column, max)));
     }
     double rough = (max - min) / Math.max(2, length / (below ? 50 * type.factor : line * 1.35));
-    List<Tick> ticks = Ticks.linear(min, max, rough, (list, step) -> !below
-        || type.width(list.get(list.size() - 1).lines(), font) + gap * 1.5 < step / (max - min) * length,
+    List<Tick> ticks = Ticks.linear(min, max, rough,
+        (list, step)
+            -> !below
+            || type.width(list.get(list.size() - 1).lines(), font) + gap * 1.5
+                < step / (max - min) * length,
         plan.formats::ticks);
     return ticks.size() >= 2 ? ticks : List.of(Tick.of(min, plan.formats.number(min)),
         Tick.of(max, plan.formats.number(max)));
   }
 
-  private double[] verticalScale(ColorAssignment scale, double height, double top, List<Part> parts) {
+  private double[] verticalScale(
+      ColorAssignment scale, double height, double top, List<Part> parts) {
     double bar = swatch * 0.9;
     double inset = line / 2;
     double length = Math.max(line * 2, height - line);
@@ -364,7 +370,8 @@ final class LegendBox {
     return new double[] {x + length + inset * 2, top + bar + 2 + line};
   }
 
-  private double[] horizontalSizes(Sizes sizes, double maxWidth, double[] cursor, List<Part> parts) {
+  private double[] horizontalSizes(
+      Sizes sizes, double maxWidth, double[] cursor, List<Part> parts) {
     double x = cursor[0];
     double height = Math.max(line, sizes.scale.diameter(sizes.values.get(0)) + 2);
     double middle = cursor[1] + height / 2;

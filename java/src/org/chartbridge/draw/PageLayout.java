@@ -10,8 +10,9 @@ import java.util.List;
 import org.chartbridge.chart.LegendPosition;
 
 /**
- * Places titles, legend, axes and panels of a picture. Where a small picture has no room for all, the less important texts give way
- * to the plot: first the caption, then the subtitle, the axis titles, the legend, and the title; at last the texts of ticks and panels.
+ * Places titles, legend, axes and panels of a picture. Where a small picture has no room for all,
+ * the less important texts give way to the plot: first the caption, then the subtitle, the axis
+ * titles, the legend, and the title; at last the texts of ticks and panels.
  */
 final class PageLayout {
   private static final int LAST_LEVEL = 9;
@@ -19,7 +20,8 @@ final class PageLayout {
   private static final double LEAST_SHARE_LARGE = 0.3;
 
   /** A line of text and where it stands; turned ones run upwards. */
-  private record Line(String text, Font font, boolean quiet, double x, double baseline, double align, boolean turned) {}
+  private record Line(String text, Font font, boolean quiet, double x, double baseline,
+      double align, boolean turned) {}
 
   private final Scene scene;
   private final Plan plan;
@@ -66,8 +68,9 @@ final class PageLayout {
     boolean small = width < 500 || height < 375;
     double share = small ? LEAST_SHARE : LEAST_SHARE_LARGE;
     double least = Math.min(1, 4.0 / Math.max(gridColumns, gridRows)) * 30;
-    return smallestWidth * gridColumns >= share * width && smallestHeight * gridRows >= share * height
-        && smallestWidth >= least && smallestHeight >= least * 0.6;
+    return smallestWidth * gridColumns >= share * width
+        && smallestHeight * gridRows >= share * height && smallestWidth >= least
+        && smallestHeight >= least * 0.6;
   }
 
   private void arrange(int level) {
@@ -111,7 +114,8 @@ final class PageLayout {
       bottom -= type.height(texts.size(), type.caption);
       double y = bottom;
       for (String text : texts) {
-        lines.add(new Line(text, type.caption, true, left, type.baseline(type.caption, y), 0, false));
+        lines.add(
+            new Line(text, type.caption, true, left, type.baseline(type.caption, y), 0, false));
         y += type.lineHeight(type.caption);
       }
       bottom -= gap;
@@ -183,7 +187,10 @@ final class PageLayout {
     }
   }
 
-  /** A legend at a side stands beside the plot's upper part, one below or above starts where the plot starts. */
+  /**
+   * A legend at a side stands beside the plot's upper part, one below or above starts where the
+   * plot starts.
+   */
   private void centerLegend() {
     LegendPosition position = plan.chart.legend().position();
     boolean lies = position == LegendPosition.TOP || position == LegendPosition.BOTTOM;
@@ -376,7 +383,10 @@ final class PageLayout {
     double rowGap = 0;
     for (int pass = 0; pass < 4; pass++) {
       boolean many = scene.panels.count() > 1;
-      columnGap = many ? gap * 1.6 + (xs.free ? Math.max(0, after) : Math.max(0, Math.max(after, before)) * (before > 25 ? 0 : 1)) : 0;
+      columnGap = many ? gap * 1.6
+              + (xs.free ? Math.max(0, after)
+                         : Math.max(0, Math.max(after, before)) * (before > 25 ? 0 : 1))
+                       : 0;
       rowGap = many ? gap * 1.1 : 0;
       double pad = Math.max(0, after - (width - margin - right > 1 ? gap * 1.5 : margin * 0.6));
       double leftPad = Math.max(0, before - leftDepth - yTitleWidth - margin * 0.5);
@@ -415,7 +425,8 @@ final class PageLayout {
       int row = panel / gridColumns;
       double x = Math.round(plotLeft + leftDepth + column * stepX);
       double y = Math.round(firstTop + heading + row * stepY);
-      Rectangle2D area = new Rectangle2D.Double(x, y, Math.floor(panelWidth), Math.floor(panelHeight));
+      Rectangle2D area =
+          new Rectangle2D.Double(x, y, Math.floor(panelWidth), Math.floor(panelHeight));
       heading(panel, x, y - heading, panelWidth);
       boolean lowest = panel + gridColumns >= count;
       plots.add(plot(panel, area, xs, ys, xs.free || lowest, ys.free || column == 0));
@@ -430,10 +441,12 @@ final class PageLayout {
     boolean lying = scene.elements.stream().anyMatch(element -> element.horizontal);
     boolean cells = scene.elements.stream()
         .allMatch(element -> element.kind == org.chartbridge.chart.ElementKind.HEATMAP);
-    PlotAxis xAxis = new PlotAxis(plan, true, xScale, xs.labels.get(panel), xLabels && tickTexts, !lying && !cells);
-    PlotAxis yAxis = new PlotAxis(plan, false, yScale, ys.labels.get(panel), yLabels && tickTexts, lying);
-    return new PanelPlot(plan, new Frame(xScale, yScale, area), scene.layers.get(panel), xAxis, yAxis,
-        xs.baseline(), ys.baseline());
+    PlotAxis xAxis = new PlotAxis(
+        plan, true, xScale, xs.labels.get(panel), xLabels && tickTexts, !lying && !cells);
+    PlotAxis yAxis =
+        new PlotAxis(plan, false, yScale, ys.labels.get(panel), yLabels && tickTexts, lying);
+    return new PanelPlot(plan, new Frame(xScale, yScale, area), scene.layers.get(panel), xAxis,
+        yAxis, xs.baseline(), ys.baseline());
   }
 
   private void axisTitles(String xTitle, List<String> yTitle, double plotLeft, double titleHeight) {
@@ -445,13 +458,15 @@ final class PageLayout {
       double half = type.width(text, type.axisTitle) / 2;
       double x = Math.max(margin + half, Math.min(width - margin - half, all.getCenterX()));
       double y = bottom - type.lineHeight(type.axisTitle);
-      lines.add(new Line(text, type.axisTitle, false, x, type.baseline(type.axisTitle, y), 0.5, false));
+      lines.add(
+          new Line(text, type.axisTitle, false, x, type.baseline(type.axisTitle, y), 0.5, false));
     }
     double x = left;
     for (String text : yTitle) {
       double half = type.width(text, type.axisTitle) / 2;
       double y = Math.max(top + half, Math.min(bottom - half, all.getCenterY()));
-      lines.add(new Line(text, type.axisTitle, false, type.baseline(type.axisTitle, x), y, 0.5, true));
+      lines.add(
+          new Line(text, type.axisTitle, false, type.baseline(type.axisTitle, x), y, 0.5, true));
       x += type.lineHeight(type.axisTitle);
     }
   }

@@ -39,7 +39,8 @@ final class PanelPlot {
   }
 
   private static boolean crossesZero(AxisScale scale) {
-    return scale.kind() == org.chartbridge.chart.ScaleKind.LINEAR && scale.lower() < 0 && scale.upper() > 0;
+    return scale.kind() == org.chartbridge.chart.ScaleKind.LINEAR && scale.lower() < 0
+        && scale.upper() > 0;
   }
 
   private void setUp() {

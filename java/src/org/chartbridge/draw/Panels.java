@@ -7,7 +7,10 @@ import org.chartbridge.chart.ColumnKind;
 import org.chartbridge.chart.Facet;
 import org.chartbridge.data.Column;
 
-/** The small multiples of a chart: which there are, and which rows each shows. Without a facet there is one. */
+/**
+ * The small multiples of a chart: which there are, and which rows each shows. Without a facet
+ * there is one.
+ */
 final class Panels {
   private static final int MOST = 100;
 
@@ -47,7 +50,8 @@ final class Panels {
     }
     if (found.size() > MOST) {
       throw new ChartException("Facet: column \"" + column.name() + "\" has " + found.size()
-          + " different values, more than the " + MOST + " panels that fit a picture; choose a column "
+          + " different values, more than the " + MOST
+          + " panels that fit a picture; choose a column "
           + "with fewer.");
     }
     List<Double> keys = List.copyOf(found.keySet());

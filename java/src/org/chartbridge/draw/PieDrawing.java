@@ -16,7 +16,10 @@ import java.util.List;
 import java.util.Map;
 import org.chartbridge.chart.ChartException;
 
-/** A pie: slices clockwise from the top, named beside it, or in the legend where there is no room beside it. */
+/**
+ * A pie: slices clockwise from the top, named beside it, or in the legend where there is no room
+ * beside it.
+ */
 final class PieDrawing {
   /** A slice with its angles, clockwise from the top, in degrees. */
   record Slice(Group group, int color, double from, double sweep, double share) {}
@@ -41,7 +44,8 @@ final class PieDrawing {
       throw new ChartException(
           element.name() + " has nothing to draw: no row has a value in all of its columns.");
     }
-    groups.sort(Comparator.<Group>comparingDouble(group -> group.x).thenComparingInt(group -> group.color));
+    groups.sort(
+        Comparator.<Group>comparingDouble(group -> group.x).thenComparingInt(group -> group.color));
     for (int panel = 0; panel < source.panels().count(); panel++) {
       pies.add(slices(groups, panel));
     }
@@ -150,7 +154,8 @@ final class PieDrawing {
           element.fill == null ? slice.color : -1);
     }
     g.setPaint(plan.style.background);
-    g.setStroke(new BasicStroke((float) (1.2 * plan.type.factor), BasicStroke.CAP_BUTT, BasicStroke.JOIN_BEVEL));
+    g.setStroke(new BasicStroke(
+        (float) (1.2 * plan.type.factor), BasicStroke.CAP_BUTT, BasicStroke.JOIN_BEVEL));
     for (Slice slice : pies.get(panel)) {
       if (slice.sweep < 360) {
         g.draw(arc(circle, slice));
@@ -184,7 +189,8 @@ final class PieDrawing {
       if (hatched) {
         double w = plan.type.width(text, font);
         g.setPaint(plan.style.background);
-        g.fill(new Rectangle2D.Double(x - w / 2 - 2, y - font.getSize2D() * 0.6, w + 4, font.getSize2D() * 1.2));
+        g.fill(new Rectangle2D.Double(
+            x - w / 2 - 2, y - font.getSize2D() * 0.6, w + 4, font.getSize2D() * 1.2));
         g.setPaint(plan.style.text);
       }
       plan.type.draw(g, text, font, x, y + plan.type.capHeight(font) / 2, 0.5);
@@ -222,8 +228,10 @@ final class PieDrawing {
       if (element.element.label() != null && slice.group.label != null) {
         lines.add(plan.type.cut(slice.group.label, font, room));
       }
-      double middle = circle.getCenterY() - (r + lead * 0.5) * Math.cos(Math.toRadians(middle(slice)));
-      names.add(new Name(slice, lines, new double[] {middle - plan.type.height(lines.size(), font) / 2}));
+      double middle =
+          circle.getCenterY() - (r + lead * 0.5) * Math.cos(Math.toRadians(middle(slice)));
+      names.add(
+          new Name(slice, lines, new double[] {middle - plan.type.height(lines.size(), font) / 2}));
     }
     spread(names, area, font);
     for (Name name : names) {
@@ -269,12 +277,14 @@ final class PieDrawing {
     double y = name.top[0] + name.height(plan.type, font) / 2;
     double side = right ? 1 : -1;
     double bottom = name.top[0] + name.height(plan.type, font);
-    double nearest = Math.max(name.top[0], Math.min(bottom, circle.getCenterY())) - circle.getCenterY();
+    double nearest =
+        Math.max(name.top[0], Math.min(bottom, circle.getCenterY())) - circle.getCenterY();
     double clear = r + lead * 0.7;
     double away = Math.sqrt(Math.max(0, clear * clear - nearest * nearest));
     double textX = circle.getCenterX() + side * Math.max(away, lead * 0.4);
     Path2D path = new Path2D.Double();
-    path.moveTo(circle.getCenterX() + r * 1.01 * Math.sin(angle), circle.getCenterY() - r * 1.01 * Math.cos(angle));
+    path.moveTo(circle.getCenterX() + r * 1.01 * Math.sin(angle),
+        circle.getCenterY() - r * 1.01 * Math.cos(angle));
     path.lineTo(circle.getCenterX() + (r + lead * 0.35) * Math.sin(angle),
         circle.getCenterY() - (r + lead * 0.35) * Math.cos(angle));
     path.lineTo(textX - side * lead * 0.2, y);

@@ -12,7 +12,10 @@ import org.chartbridge.chart.ColumnKind;
 import org.chartbridge.data.Column;
 import org.chartbridge.data.Table;
 
-/** What all steps of preparing a drawing share: the chart, its data, and how texts and values are written. */
+/**
+ * What all steps of preparing a drawing share: the chart, its data, and how texts and values are
+ * written.
+ */
 final class Plan {
   private static final double DAY = 86_400_000;
 

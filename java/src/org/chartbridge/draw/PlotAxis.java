@@ -46,7 +46,8 @@ final class PlotAxis extends ValueAxis {
   @Override
   public double valueToJava2D(double value, Rectangle2D area, RectangleEdge edge) {
     double unit = scale.unit(value);
-    return horizontal ? area.getX() + unit * area.getWidth() : area.getMaxY() - unit * area.getHeight();
+    return horizontal ? area.getX() + unit * area.getWidth()
+                      : area.getMaxY() - unit * area.getHeight();
   }
 
   @Override

@@ -20,7 +20,9 @@ final class PointLayer extends Layer {
   private final List<Group> groups;
   private final SizeScale sizes;
 
-  /** Areas of markers, growing evenly from the smallest to the largest value of the size channel. */
+  /**
+   * Areas of markers, growing evenly from the smallest to the largest value of the size channel.
+   */
   record SizeScale(double smallest, double largest, double smallestDiameter, double diameter) {
     double diameter(double value) {
       if (largest <= smallest) {
@@ -84,7 +86,10 @@ final class PointLayer extends Layer {
     return inks.shape(Math.max(0, ink(group)));
   }
 
-  /** Markers of the same size keep a thin edge of the ground's colour, so that neighbours stay apart. */
+  /**
+   * Markers of the same size keep a thin edge of the ground's colour, so that neighbours stay
+   * apart.
+   */
   private Color edge() {
     return groups.size() > MANY ? null : Inks.alpha(plan.style.background, 0.85);
   }
@@ -115,7 +120,8 @@ final class PointLayer extends Layer {
       double diameter = diameter(group);
       if (inSight(frame, group) && Stamps.fits(diameter, stamps.scale())) {
         double rounded = Math.round(diameter * 4) / 4.0;
-        stamps.draw(shape(group), rounded, color(group), edge, frame.px(group.x), frame.py(group.y));
+        stamps.draw(
+            shape(group), rounded, color(group), edge, frame.px(group.x), frame.py(group.y));
       }
     }
     stamps.end();
@@ -184,6 +190,7 @@ final class PointLayer extends Layer {
   }
 
   private static Shape circle(double x, double y, double diameter) {
-    return new java.awt.geom.Ellipse2D.Double(x - diameter / 2, y - diameter / 2, diameter, diameter);
+    return new java.awt.geom.Ellipse2D.Double(
+        x - diameter / 2, y - diameter / 2, diameter, diameter);
   }
 }

@@ -4,8 +4,9 @@ package org.chartbridge.draw;
 import java.util.Arrays;
 
 /**
- * The five numbers of a box plot, and what lies outside of them. Quantiles interpolate between the two nearest values (type 7 of
- * Hyndman and Fan); whiskers end at the last value within 1.5 interquartile ranges of the box.
+ * The five numbers of a box plot, and what lies outside of them. Quantiles interpolate between the
+ * two nearest values (type 7 of Hyndman and Fan); whiskers end at the last value within 1.5
+ * interquartile ranges of the box.
  */
 record Quartiles(
     int count, double lowWhisker, double q1, double median, double q3, double highWhisker,

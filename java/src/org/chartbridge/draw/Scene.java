@@ -89,7 +89,10 @@ final class Scene {
     }
   }
 
-  /** Elements that colour by the same column share its colours; those without colours differ by what they measure. */
+  /**
+   * Elements that colour by the same column share its colours; those without colours differ by
+   * what they measure.
+   */
   private void assignColors() {
     Map<Object, ColorAssignment> known = new LinkedHashMap<>();
     int taken = 0;
@@ -98,7 +101,8 @@ final class Scene {
       if (color == null) {
         continue;
       }
-      Object key = List.of(Objects.toString(color.column()), color.aggregate(), element.continuousColor());
+      Object key =
+          List.of(Objects.toString(color.column()), color.aggregate(), element.continuousColor());
       boolean isNew = !known.containsKey(key);
       element.colors = known.computeIfAbsent(key, k -> new ColorAssignment(plan, element));
       taken += isNew ? element.colors.labels.size() : 0;

@@ -12,8 +12,9 @@ import java.util.HashMap;
 import java.util.Map;
 
 /**
- * Draws many equal markers on a raster picture by stamping images of them: filling thousands of anti-aliased ovals takes ten times as
- * long. Each marker has images for four by four places within a pixel, so that stamped ones stand as exactly as drawn ones.
+ * Draws many equal markers on a raster picture by stamping images of them: filling thousands of
+ * anti-aliased ovals takes ten times as long. Each marker has images for four by four places within
+ * a pixel, so that stamped ones stand as exactly as drawn ones.
  */
 final class Stamps {
   private static final int PHASES = 4;
@@ -81,7 +82,8 @@ final class Stamps {
       int shape, double diameter, Color fill, Color edge, int phaseX, int phaseY) {
     Shape marker = Inks.marker(shape, diameter);
     Rectangle2D bounds = marker.getBounds2D();
-    double reach = Math.max(bounds.getMaxX(), Math.max(-bounds.getX(), Math.max(bounds.getMaxY(), -bounds.getY())));
+    double reach = Math.max(
+        bounds.getMaxX(), Math.max(-bounds.getX(), Math.max(bounds.getMaxY(), -bounds.getY())));
     int half = (int) Math.ceil(reach * scale + 2);
     BufferedImage image =
         new BufferedImage(2 * half, 2 * half, BufferedImage.TYPE_INT_ARGB_PRE);

@@ -6,8 +6,8 @@ import java.util.List;
 import org.chartbridge.chart.ChartException;
 
 /**
- * Fonts, sizes, colours and line widths of a picture. Sizes are in pixels at 100 percent in a picture of 800 x 600 pixels; smaller
- * and larger pictures scale them gently.
+ * Fonts, sizes, colours and line widths of a picture. Sizes are in pixels at 100 percent in a
+ * picture of 800 x 600 pixels; smaller and larger pictures scale them gently.
  */
 public final class Style {
   /** Names of the built-in styles, the default first. */
@@ -93,7 +93,8 @@ public final class Style {
    *
    * @param xml the document
    * @param base the style it starts from when it names none itself; null for "print"
-   * @throws ChartException when the document cannot be read; the message names line, element and attribute
+   * @throws ChartException when the document cannot be read; the message names line,
+   *     element and attribute
    */
   public static Style parse(byte[] xml, Style base) {
     return StyleReader.read(xml, base == null ? named("print") : base);

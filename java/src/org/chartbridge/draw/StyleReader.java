@@ -179,8 +179,9 @@ final class StyleReader {
     for (String name : element.attributes().keySet()) {
       boolean foreign = name.startsWith("{");
       if (!foreign && !List.of(names).contains(name)) {
-        throw element.error(name, "<" + element.name() + "> has the attribute " + name + ", expected "
-            + (names.length == 0 ? "none" : "one of " + String.join(", ", names)));
+        throw element.error(name,
+            "<" + element.name() + "> has the attribute " + name + ", expected "
+                + (names.length == 0 ? "none" : "one of " + String.join(", ", names)));
       }
     }
   }

@@ -27,7 +27,10 @@ final class Ticks {
     }
   }
 
-  /** The multiples of {@code step} from {@code lower} to {@code upper}, each the double nearest to its decimal value. */
+  /**
+   * The multiples of {@code step} from {@code lower} to {@code upper}, each the double nearest to
+   * its decimal value.
+   */
   static List<Double> multiples(double lower, double upper, double step) {
     BigDecimal exact = new BigDecimal(Double.toString(step));
     double slack = 1e-9;
@@ -72,7 +75,8 @@ final class Ticks {
   }
 
   /**
-   * Ticks of a logarithmic axis: powers of ten, with 2 and 5 between them where there is room, or fewer powers where there is not.
+   * Ticks of a logarithmic axis: powers of ten, with 2 and 5 between them where there is room, or
+   * fewer powers where there is not.
    *
    * @param length the axis in pixels
    * @param size the room that a label takes along the axis

@@ -67,7 +67,8 @@ final class TimeTicks {
    * @param given the chart's own format, or null
    */
   static List<Tick> of(double lower, double upper, double smallest, boolean oneLine,
-      DoubleFunction<String> given, Formats formats, java.util.function.BiPredicate<List<Tick>, Double> fits) {
+      DoubleFunction<String> given, Formats formats,
+      java.util.function.BiPredicate<List<Tick>, Double> fits) {
     List<Tick> best = List.of();
     for (Step step : STEPS) {
       if (step.millis() < smallest) {

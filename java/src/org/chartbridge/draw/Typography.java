@@ -10,7 +10,10 @@ import java.util.HashMap;
 import java.util.List;
 import java.util.Map;
 
-/** The fonts of a picture, and how wide texts are in them. Widths do not depend on the device, so that a layout fits all. */
+/**
+ * The fonts of a picture, and how wide texts are in them. Widths do not depend on the device, so
+ * that a layout fits all.
+ */
 final class Typography {
   static final String ELLIPSIS = "\u2026";
   private static final FontRenderContext CONTEXT = new FontRenderContext(null, true, true);
@@ -46,7 +49,10 @@ final class Typography {
     caption = font(style, Font.PLAIN, style.captionSize);
   }
 
-  /** Type grows slower than the picture, so that small ones stay readable and large ones do not shout. */
+  /**
+   * Type grows slower than the picture, so that small ones stay readable and large ones do not
+   * shout.
+   */
   private static double factor(int width, int height) {
     double ratio = Math.min(width / 800.0, height / 600.0);
     return ratio < 1 ? Math.max(0.74, Math.pow(ratio, 0.22)) : Math.pow(ratio, 0.75);
@@ -108,7 +114,10 @@ final class Typography {
     return top + lineHeight(font) * 0.5 + capHeight(font) * 0.5;
   }
 
-  /** The text, cut with an ellipsis when it is wider than {@code room}; empty when not even that fits. */
+  /**
+   * The text, cut with an ellipsis when it is wider than {@code room}; empty when not even that
+   * fits.
+   */
   String cut(String text, Font font, double room) {
     if (width(text, font) <= room) {
       return text;
@@ -134,7 +143,10 @@ final class Typography {
     return text.substring(0, end).stripTrailing();
   }
 
-  /** The text in lines no wider than {@code room}, broken at spaces and after hyphens; the last one cut when there are too many. */
+  /**
+   * The text in lines no wider than {@code room}, broken at spaces and after hyphens; the last one
+   * cut when there are too many.
+   */
   List<String> wrap(String text, Font font, double room, int most) {
     List<String> lines = new ArrayList<>();
     for (String paragraph : text.strip().split("\\R")) {
@@ -174,7 +186,9 @@ final class Typography {
     return true;
   }
 
-  /** Draws a line of text; {@code align} 0 starts it at x, 0.5 centres it there, 1 ends it there. */
+  /**
+   * Draws a line of text; {@code align} 0 starts it at x, 0.5 centres it there, 1 ends it there.
+   */
   void draw(Graphics2D g, String text, Font font, double x, double baseline, double align) {
     if (text.isEmpty()) {
       return;

@@ -70,17 +70,23 @@ final class ChartCases {
   }
 
   private Data sales() {
-    return new Data().texts("quarter", strings(64, i -> QUARTERS[i % 4]))
-        .texts("region", strings(64, i -> REGIONS[i / 4 % 4])).numbers("sales", uniform(64, 20, 100));
+    return new Data()
+        .texts("quarter", strings(64, i -> QUARTERS[i % 4]))
+        .texts("region", strings(64, i -> REGIONS[i / 4 % 4]))
+        .numbers("sales", uniform(64, 20, 100));
   }
 
   private Data flowers() {
-    return new Data().numbers("length", normal(150, 5, 1)).numbers("width", normal(150, 3, 0.6))
-        .texts("species", strings(150, i -> new String[] {"setosa", "versicolor", "virginica"}[i % 3]));
+    return new Data()
+        .numbers("length", normal(150, 5, 1))
+        .numbers("width", normal(150, 3, 0.6))
+        .texts("species",
+            strings(150, i -> new String[] {"setosa", "versicolor", "virginica"}[i % 3]));
   }
 
   private static Data series(int lines, int length, double step, IntToDoubleFunction value) {
-    return new Data().millis("date", doubles(lines * length, i -> 1_577_836_800_000.0 + i % length * step))
+    return new Data()
+        .millis("date", doubles(lines * length, i -> 1_577_836_800_000.0 + i % length * step))
         .numbers("value", doubles(lines * length, value))
         .texts("name", strings(lines * length, i -> "Series " + (i / length + 1)));
   }
@@ -135,7 +141,8 @@ final class ChartCases {
         series(1, 5 * 365, DAY, i -> 50 + 20 * Math.sin(i / 58.0)));
     put(cases, "line days", titled().add(LINE, "date", "value", "name"),
         series(2, 90, DAY, i -> random.nextDouble() / 10));
-    put(cases, "line hours", titled().add(LINE, "date", "value", null).add(POINT, "date", "value", null),
+    put(cases, "line hours",
+        titled().add(LINE, "date", "value", null).add(POINT, "date", "value", null),
         series(1, 30, 3_600_000, i -> 1e6 * random.nextDouble()));
     put(cases, "line seconds", titled().add(LINE, "date", "value", null),
         series(1, 50, 1_000, i -> random.nextDouble()));
@@ -159,18 +166,26 @@ final class ChartCases {
     put(cases, "point scale", titled().add(POINT, "length", "width", "width"), flowers());
     put(cases, "point scale below", titled().add(POINT, "length", "width", "width")
         .legend(LegendPosition.BOTTOM, null), flowers());
-    Data bubbles = new Data().numbers("x", Arrays.stream(uniform(40, 2, 10)).map(e -> Math.pow(10, e)).toArray())
-        .numbers("y", normal(40, 60, 10)).numbers("s", uniform(40, 1e6, 9e7))
-        .texts("c", strings(40, i -> REGIONS[i % 4])).texts("n", strings(40, i -> "Country number " + i));
+    Data bubbles =
+        new Data()
+            .numbers("x", Arrays.stream(uniform(40, 2, 10)).map(e -> Math.pow(10, e)).toArray())
+            .numbers("y", normal(40, 60, 10))
+            .numbers("s", uniform(40, 1e6, 9e7))
+            .texts("c", strings(40, i -> REGIONS[i % 4]))
+            .texts("n", strings(40, i -> "Country number " + i));
     put(cases, "point bubbles", titled().x(ChartMaker.scale(ScaleKind.LOG))
         .add(POINT, "x", "y", "c", "s", "n", null), bubbles);
     put(cases, "point bubbles below", titled().x(ChartMaker.scale(ScaleKind.LOG))
         .add(POINT, "x", "y", "c", "s", "n", null).legend(LegendPosition.BOTTOM, null), bubbles);
     put(cases, "point one", titled().add(POINT, "x", "y", null),
         new Data().numbers("x", 3).numbers("y", -7.25));
-    put(cases, "point eight decades", titled().x(ChartMaker.scale(ScaleKind.LOG))
-        .y(ChartMaker.scale(ScaleKind.LOG)).add(POINT, "x", "y", null),
-        new Data().numbers("x", Arrays.stream(uniform(80, -4, 4)).map(e -> Math.pow(10, e)).toArray())
+    put(cases, "point eight decades",
+        titled()
+            .x(ChartMaker.scale(ScaleKind.LOG))
+            .y(ChartMaker.scale(ScaleKind.LOG))
+            .add(POINT, "x", "y", null),
+        new Data()
+            .numbers("x", Arrays.stream(uniform(80, -4, 4)).map(e -> Math.pow(10, e)).toArray())
             .numbers("y", Arrays.stream(uniform(80, 0, 2)).map(e -> Math.pow(10, e)).toArray()));
     put(cases, "point short log", titled().x(ChartMaker.scale(ScaleKind.LOG))
         .y(ChartMaker.scale(ScaleKind.LOG)).add(POINT, "x", "y", null),
@@ -190,7 +205,9 @@ final class ChartCases {
     put(cases, "histogram", titled().add(HISTOGRAM, "v", null, null),
         new Data().numbers("v", normal(272, 3.5, 1.1)));
     put(cases, "histogram groups", titled().add(HISTOGRAM, "v", null, "g", OVERLAID),
-        new Data().numbers("v", normal(300, 1000, 300)).texts("g", strings(300, i -> REGIONS[i % 2])));
+        new Data()
+            .numbers("v", normal(300, 1000, 300))
+            .texts("g", strings(300, i -> REGIONS[i % 2])));
     Data weights = new Data().texts("group", strings(300, i -> "Treatment " + i % 3))
         .texts("sex", strings(300, i -> i / 3 % 2 == 0 ? "female" : "male"))
         .numbers("weight", normal(300, 5, 1));
@@ -200,8 +217,10 @@ final class ChartCases {
   }
 
   private void others(Map<String, Case> cases) {
-    Data shares = new Data().texts("maker", "Alpha Industries", "Beta", "Gamma", "Delta and Sons", "Others")
-        .numbers("share", 40, 25, 20, 10, 5);
+    Data shares =
+        new Data()
+            .texts("maker", "Alpha Industries", "Beta", "Gamma", "Delta and Sons", "Others")
+            .numbers("share", 40, 25, 20, 10, 5);
     put(cases, "pie", titled().add(PIE, "maker", "share", null), shares);
     put(cases, "pie legend", titled().add(PIE, "maker", "share", null)
         .legend(LegendPosition.RIGHT, null), shares);
@@ -212,17 +231,21 @@ final class ChartCases {
         .facet("region", null, true, true), sales());
     put(cases, "heat map", titled()
         .add(HEATMAP, "quarter", "region", "mean(sales)", null, "mean(sales)", null), sales());
-    put(cases, "heat map of industries", titled().add(HEATMAP, "industry", "month", "value")
-        .legend(LegendPosition.TOP, null),
-        new Data().texts("industry", strings(156, i -> INDUSTRIES[i % 13]))
-            .texts("month", strings(156, i -> MONTHS[i / 13])).numbers("value", uniform(156, 0, 3)));
+    put(cases, "heat map of industries",
+        titled().add(HEATMAP, "industry", "month", "value").legend(LegendPosition.TOP, null),
+        new Data()
+            .texts("industry", strings(156, i -> INDUSTRIES[i % 13]))
+            .texts("month", strings(156, i -> MONTHS[i / 13]))
+            .numbers("value", uniform(156, 0, 3)));
     put(cases, "heat map of bins", titled().add(HEATMAP, "x", "y", "count"),
         new Data().numbers("x", normal(3000, 0, 1)).numbers("y", normal(3000, 0, 1)));
     Data months = new Data().numbers("x", uniform(600, 0, 100)).numbers("y", normal(600, 50, 20))
         .texts("g", strings(600, i -> "abc".substring(i % 3, i % 3 + 1)))
         .texts("month", strings(600, i -> MONTHS[i % 12]));
-    put(cases, "twelve panels", titled().add(POINT, "x", "y", "g").facet("month", null, true, true), months);
-    put(cases, "twelve free panels", titled().add(POINT, "x", "y", null).facet("month", 4, false, false), months);
+    put(cases, "twelve panels", titled().add(POINT, "x", "y", "g").facet("month", null, true, true),
+        months);
+    put(cases, "twelve free panels",
+        titled().add(POINT, "x", "y", null).facet("month", 4, false, false), months);
     put(cases, "sixty panels", titled().add(LINE, "x", "y", null).facet("g", null, true, true),
         new Data().numbers("x", uniform(600, 0, 100)).numbers("y", normal(600, 50, 20))
             .texts("g", strings(600, i -> "Region " + i % 60)));

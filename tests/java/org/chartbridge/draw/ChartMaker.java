@@ -49,28 +49,29 @@ final class ChartMaker {
     return add(kind, xText, yText, color, null, null, null);
   }
 
-  ChartMaker add(ElementKind kind, String xText, String yText, String color, Arrangement arrangement) {
+  ChartMaker add(
+      ElementKind kind, String xText, String yText, String color, Arrangement arrangement) {
     return add(kind, xText, yText, color, null, null, arrangement);
   }
 
   ChartMaker add(ElementKind kind, String xText, String yText, String color, String sizeText,
       String label, Arrangement arrangement) {
-    elements.add(new Element(kind, channel(xText), channel(yText), channel(color), channel(sizeText),
-        channel(label), arrangement, null, null, 1));
+    elements.add(new Element(kind, channel(xText), channel(yText), channel(color),
+        channel(sizeText), channel(label), arrangement, null, null, 1));
     return this;
   }
 
   ChartMaker bins(int bins) {
     Element e = elements.remove(elements.size() - 1);
-    elements.add(new Element(e.kind(), e.x(), e.y(), e.color(), e.size(), e.label(), e.arrangement(),
-        bins, e.fill(), e.opacity()));
+    elements.add(new Element(e.kind(), e.x(), e.y(), e.color(), e.size(), e.label(),
+        e.arrangement(), bins, e.fill(), e.opacity()));
     return this;
   }
 
   ChartMaker fill(String fill, double opacity) {
     Element e = elements.remove(elements.size() - 1);
-    elements.add(new Element(e.kind(), e.x(), e.y(), e.color(), e.size(), e.label(), e.arrangement(),
-        e.bins(), fill, opacity));
+    elements.add(new Element(e.kind(), e.x(), e.y(), e.color(), e.size(), e.label(),
+        e.arrangement(), e.bins(), fill, opacity));
     return this;
   }
 

@@ -68,7 +68,8 @@ class MarksTest {
       assertEquals(0, marks.get(i).element());
       assertEquals("", marks.get(i).panel());
     }
-    assertEquals(marks.get(0).area().getBounds2D().getMaxX(), marks.get(1).area().getBounds2D().getX(), CLOSE);
+    assertEquals(marks.get(0).area().getBounds2D().getMaxX(),
+        marks.get(1).area().getBounds2D().getX(), CLOSE);
   }
 
   @Test
@@ -76,7 +77,11 @@ class MarksTest {
     ChartDrawing drawing = draw(new ChartMaker().add(BAR, "q", "sum(v)", "r", STACKED), sales());
     Mark lower = drawing.marks().stream().filter(m -> m.values().equals(
         Map.of("q", "Q1", "v (sum)", "15", "r", "N"))).findFirst().orElseThrow();
-    Mark upper = drawing.marks().stream().filter(m -> m.values().get("r").equals("S")).findFirst().orElseThrow();
+    Mark upper = drawing.marks()
+                     .stream()
+                     .filter(m -> m.values().get("r").equals("S"))
+                     .findFirst()
+                     .orElseThrow();
     assertEquals(lower.area().getBounds2D().getY(), upper.area().getBounds2D().getMaxY(), CLOSE);
     assertEquals(35, y(drawing, upper.area().getBounds2D().getY()), CLOSE);
   }
@@ -116,13 +121,15 @@ class MarksTest {
     Rectangle2D first = drawing.marks().get(0).area().getBounds2D();
     Rectangle2D second = drawing.marks().get(1).area().getBounds2D();
     assertEquals(first.getMaxX(), second.getX(), CLOSE);
-    assertEquals(drawing.marks().get(2).area().getBounds2D().getWidth(), first.getWidth() * 2, CLOSE);
+    assertEquals(
+        drawing.marks().get(2).area().getBounds2D().getWidth(), first.getWidth() * 2, CLOSE);
   }
 
   @Test
   void pointsStandAtTheirValues() {
-    ChartDrawing drawing = draw(new ChartMaker().x(ChartMaker.scale(ScaleKind.LOG)).add(POINT, "x", "y", null),
-        new Data().numbers("x", 1, 1000, 30, Double.NaN).numbers("y", 5, -5, Double.NaN, 3));
+    ChartDrawing drawing =
+        draw(new ChartMaker().x(ChartMaker.scale(ScaleKind.LOG)).add(POINT, "x", "y", null),
+            new Data().numbers("x", 1, 1000, 30, Double.NaN).numbers("y", 5, -5, Double.NaN, 3));
     assertEquals(2, drawing.marks().size());
     Rectangle2D point = drawing.marks().get(1).area().getBounds2D();
     assertEquals(1000, x(drawing, point.getCenterX()), 0.1);
@@ -131,15 +138,17 @@ class MarksTest {
 
   @Test
   void pointsBeyondGivenLimitsAreNotMarks() {
-    ChartDrawing drawing = draw(new ChartMaker().x(ChartMaker.limits(0.0, 10.0)).add(POINT, "x", "y", null),
-        new Data().numbers("x", 1, 11).numbers("y", 5, 6));
+    ChartDrawing drawing =
+        draw(new ChartMaker().x(ChartMaker.limits(0.0, 10.0)).add(POINT, "x", "y", null),
+            new Data().numbers("x", 1, 11).numbers("y", 5, 6));
     assertEquals(1, drawing.marks().size());
   }
 
   @Test
   void reversedAxesTurnPositionsAround() {
-    ChartDrawing drawing = draw(new ChartMaker().y(ChartMaker.reversed()).add(POINT, "x", "y", null),
-        new Data().numbers("x", 1, 2).numbers("y", 1, 2));
+    ChartDrawing drawing =
+        draw(new ChartMaker().y(ChartMaker.reversed()).add(POINT, "x", "y", null),
+            new Data().numbers("x", 1, 2).numbers("y", 1, 2));
     assertTrue(drawing.marks().get(0).area().getBounds2D().getY()
         < drawing.marks().get(1).area().getBounds2D().getY());
   }
@@ -148,7 +157,8 @@ class MarksTest {
   void linesAreSortedAndSkipMissingValues() {
     ChartDrawing drawing = draw(new ChartMaker().add(LINE, "x", "y", null),
         new Data().numbers("x", 3, 1, 2).numbers("y", 30, 10, Double.NaN));
-    assertEquals(List.of("1", "3"), drawing.marks().stream().map(m -> m.values().get("x")).toList());
+    assertEquals(
+        List.of("1", "3"), drawing.marks().stream().map(m -> m.values().get("x")).toList());
   }
 
   @Test
@@ -166,7 +176,8 @@ class MarksTest {
     ChartDrawing drawing = draw(new ChartMaker().add(HISTOGRAM, "v", null, null).bins(4),
         new Data().numbers("v", 0, 1, 1.5, 4, 7, 8));
     assertEquals(Map.of("v", "0 \u2013 2", "Count", "3"), drawing.marks().get(0).values());
-    assertEquals(List.of("3", "1", "2"), drawing.marks().stream().map(m -> m.values().get("Count")).toList());
+    assertEquals(List.of("3", "1", "2"),
+        drawing.marks().stream().map(m -> m.values().get("Count")).toList());
     Rectangle2D bin = drawing.marks().get(0).area().getBounds2D();
     assertEquals(0, x(drawing, bin.getX()), CLOSE);
     assertEquals(2, x(drawing, bin.getMaxX()), CLOSE);
@@ -201,7 +212,10 @@ class MarksTest {
   @Test
   void cellsTileTheHeatMap() {
     ChartDrawing drawing = draw(new ChartMaker().add(HEATMAP, "x", "y", "mean(v)"),
-        new Data().texts("x", "a", "b", "a", "b").texts("y", "c", "c", "d", "d").numbers("v", 1, 2, 3, 4));
+        new Data()
+            .texts("x", "a", "b", "a", "b")
+            .texts("y", "c", "c", "d", "d")
+            .numbers("v", 1, 2, 3, 4));
     Rectangle2D area = drawing.plots().get(0).frame().area();
     Rectangle2D cell = drawing.marks().get(3).area().getBounds2D();
     assertEquals(Map.of("x", "b", "y", "d", "v (mean)", "4"), drawing.marks().get(3).values());
@@ -214,7 +228,8 @@ class MarksTest {
   @Test
   void marksOfPanelsNameTheirPanel() {
     Data data = new Data().numbers("x", 1, 2).numbers("y", 1, 2).texts("p", "left", "right");
-    ChartDrawing drawing = draw(new ChartMaker().add(POINT, "x", "y", null).facet("p", 2, true, true), data);
+    ChartDrawing drawing =
+        draw(new ChartMaker().add(POINT, "x", "y", null).facet("p", 2, true, true), data);
     assertEquals(List.of("left", "right"), drawing.marks().stream().map(Mark::panel).toList());
     assertEquals("left", drawing.marks().get(0).values().get("p"));
     assertEquals(2, drawing.plots().size());
@@ -227,26 +242,31 @@ class MarksTest {
   void freeAxesFitTheirOwnPanel() {
     Data data = new Data().numbers("x", 0, 1, 100, 200).numbers("y", 1, 2, 3, 4)
         .texts("p", "left", "left", "right", "right");
-    ChartDrawing drawing = draw(new ChartMaker().add(POINT, "x", "y", null).facet("p", 2, false, true), data);
+    ChartDrawing drawing =
+        draw(new ChartMaker().add(POINT, "x", "y", null).facet("p", 2, false, true), data);
     assertTrue(drawing.plots().get(0).frame().x().upper() < 2);
     assertTrue(drawing.plots().get(1).frame().x().lower() > 50);
   }
 
   @Test
   void freeCategoriesShowOnlyThoseOfTheirPanel() {
-    Data data = new Data().texts("c", "a", "b", "c").numbers("v", 1, 2, 3).texts("p", "l", "l", "r");
-    ChartDrawing drawing = draw(new ChartMaker().add(BAR, "c", "v", null).facet("p", 2, false, true), data);
+    Data data =
+        new Data().texts("c", "a", "b", "c").numbers("v", 1, 2, 3).texts("p", "l", "l", "r");
+    ChartDrawing drawing =
+        draw(new ChartMaker().add(BAR, "c", "v", null).facet("p", 2, false, true), data);
     assertTrue(drawing.plots().get(0).frame().x().shows(0));
     assertFalse(drawing.plots().get(1).frame().x().shows(0));
     Rectangle2D area = drawing.plots().get(1).frame().area();
-    assertEquals(area.getCenterX(), drawing.marks().get(2).area().getBounds2D().getCenterX(), CLOSE);
+    assertEquals(
+        area.getCenterX(), drawing.marks().get(2).area().getBounds2D().getCenterX(), CLOSE);
   }
 
   @Test
   void textsAreTranslatedAndNumbersLocalised() {
-    ChartDrawing drawing = draw(new ChartMaker().titles("Sales", null, null).add(BAR, "q", "mean(v)", null),
-        new Data().texts("q", "Yes").numbers("v", 1234.5), Locale.GERMANY,
-        Map.of("Sales", "Umsatz", "v", "Wert", "mean", "Mittel", "Yes", "Ja"));
+    ChartDrawing drawing =
+        draw(new ChartMaker().titles("Sales", null, null).add(BAR, "q", "mean(v)", null),
+            new Data().texts("q", "Yes").numbers("v", 1234.5), Locale.GERMANY,
+            Map.of("Sales", "Umsatz", "v", "Wert", "mean", "Mittel", "Yes", "Ja"));
     assertEquals(Map.of("q", "Ja", "Wert (Mittel)", "1.234,5"), drawing.marks().get(0).values());
     RecordingGraphics g = new RecordingGraphics(800, 600);
     drawing.draw(g);
@@ -257,7 +277,8 @@ class MarksTest {
   @Test
   void timesAreDatesInTooltips() {
     ChartDrawing drawing = draw(new ChartMaker().add(LINE, "t", "v", null),
-        new Data().times("t", "2024-02-29T00:00", "2024-03-01T00:00").numbers("v", 1, 2), Locale.GERMANY, Map.of());
+        new Data().times("t", "2024-02-29T00:00", "2024-03-01T00:00").numbers("v", 1, 2),
+        Locale.GERMANY, Map.of());
     assertEquals("29.02.2024", drawing.marks().get(0).values().get("t"));
   }
 
@@ -270,7 +291,8 @@ class MarksTest {
       drawing.marks().forEach(mark -> {
         assertTrue(picture.contains(mark.area().getBounds2D()), () -> name + ": " + mark);
         assertFalse(mark.values().isEmpty(), name);
-        mark.values().values().forEach(text -> assertFalse(text.isBlank(), () -> name + ": " + mark));
+        mark.values().values().forEach(
+            text -> assertFalse(text.isBlank(), () -> name + ": " + mark));
       });
     });
   }

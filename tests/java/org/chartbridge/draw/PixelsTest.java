@@ -44,7 +44,10 @@ class PixelsTest {
   }
 
   private static Data groups() {
-    return new Data().texts("c", "a", "a", "b", "b").texts("g", "p", "q", "p", "q").numbers("v", 3, 4, 5, -2);
+    return new Data()
+        .texts("c", "a", "a", "b", "b")
+        .texts("g", "p", "q", "p", "q")
+        .numbers("v", 3, 4, 5, -2);
   }
 
   @Test
@@ -53,7 +56,8 @@ class PixelsTest {
     for (double scale : new double[] {1, 2, 0.5, 1.37}) {
       BufferedImage image = render(drawing, scale);
       for (int i = 0; i < 4; i++) {
-        assertEquals(Style.named("print").palette().get(i % 2), center(image, drawing.marks().get(i), scale));
+        assertEquals(Style.named("print").palette().get(i % 2),
+            center(image, drawing.marks().get(i), scale));
       }
     }
   }
@@ -73,9 +77,11 @@ class PixelsTest {
 
   @Test
   void fillAndPaletteOfTheChartHold() {
-    ChartDrawing filled = prepare(new ChartMaker().add(BAR, "c", "v", null).fill("#123456", 1), groups());
+    ChartDrawing filled =
+        prepare(new ChartMaker().add(BAR, "c", "v", null).fill("#123456", 1), groups());
     assertEquals(new Color(0x123456), center(render(filled, 1), filled.marks().get(0), 1));
-    ChartDrawing own = prepare(new ChartMaker().palette("#ff0000", "#00ff00").add(BAR, "c", "v", "g"), groups());
+    ChartDrawing own =
+        prepare(new ChartMaker().palette("#ff0000", "#00ff00").add(BAR, "c", "v", "g"), groups());
     assertEquals(Color.GREEN, center(render(own, 1), own.marks().get(1), 1));
   }
 
@@ -151,11 +157,13 @@ class PixelsTest {
         new Data().texts("c", "a", "b").numbers("v", 1, 1));
     BufferedImage image = render(pie, 1);
     Rectangle2D right = pie.marks().get(0).area().getBounds2D();
-    assertEquals(Style.named("print").palette().get(0), at(image, right.getX() + 30, right.getCenterY() + 20, 1));
+    assertEquals(Style.named("print").palette().get(0),
+        at(image, right.getX() + 30, right.getCenterY() + 20, 1));
     ChartDrawing area = prepare(new ChartMaker().add(AREA, "x", "y", null),
         new Data().numbers("x", 0, 1).numbers("y", 4, 4));
     Frame frame = area.plots().get(0).frame();
-    assertEquals(Style.named("print").palette().get(0), at(render(area, 1), frame.px(0.5), frame.py(2), 1));
+    assertEquals(
+        Style.named("print").palette().get(0), at(render(area, 1), frame.px(0.5), frame.py(2), 1));
   }
 
   @Test
@@ -196,7 +204,8 @@ class PixelsTest {
       ChartDrawing drawing = ChartDrawing.prepare(item.chart().chart(), item.data().table(),
           new DrawOptions(Locale.ROOT, Style.named("mono"), Map.of()));
       BufferedImage image = render(drawing, 0.5);
-      for (int rgb : image.getRGB(0, 0, image.getWidth(), image.getHeight(), null, 0, image.getWidth())) {
+      for (int rgb :
+          image.getRGB(0, 0, image.getWidth(), image.getHeight(), null, 0, image.getWidth())) {
         Color color = new Color(rgb);
         int spread = Math.max(color.getRed(), Math.max(color.getGreen(), color.getBlue()))
             - Math.min(color.getRed(), Math.min(color.getGreen(), color.getBlue()));

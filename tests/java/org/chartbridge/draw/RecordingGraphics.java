@@ -29,8 +29,9 @@ import java.util.List;
 import java.util.Map;
 
 /**
- * A vector graphics that remembers the texts drawn on it, with their outlines in pixels of the picture. What it does not support must
- * not be used on vector graphics: images would make SVG and PDF files large and blurred.
+ * A vector graphics that remembers the texts drawn on it, with their outlines in pixels of the
+ * picture. What it does not support must not be used on vector graphics: images would make SVG and
+ * PDF files large and blurred.
  */
 final class RecordingGraphics extends Graphics2D {
   /** A text with its colour, its turned outline, and the clip it was drawn under. */
@@ -65,10 +66,12 @@ final class RecordingGraphics extends Graphics2D {
 
   @Override
   public void drawString(String text, float x, float y) {
-    Rectangle2D ink = to.getFont().createGlyphVector(to.getFontRenderContext(), text).getVisualBounds();
+    Rectangle2D ink =
+        to.getFont().createGlyphVector(to.getFontRenderContext(), text).getVisualBounds();
     Rectangle2D box = new Rectangle2D.Double(
         x + ink.getX(), y + ink.getY(), ink.getWidth(), ink.getHeight());
-    Shape clip = to.getClip() == null ? null : to.getTransform().createTransformedShape(to.getClip());
+    Shape clip =
+        to.getClip() == null ? null : to.getTransform().createTransformedShape(to.getClip());
     texts.add(new TextRun(
         text, to.getFont(), to.getColor(), to.getTransform().createTransformedShape(box), clip));
     to.drawString(text, x, y);

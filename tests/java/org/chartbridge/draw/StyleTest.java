@@ -77,27 +77,36 @@ class StyleTest {
     Style style = parse("<style xmlns='urn:chartbridge:style:1' base='dark' name='night'/>");
     assertEquals("night", style.name());
     assertEquals(Style.named("dark").background(), style.background());
-    Style kept = Style.parse(OPEN.concat("</style>").getBytes(StandardCharsets.UTF_8), Style.named("mono"));
+    byte[] empty = OPEN.concat("</style>").getBytes(StandardCharsets.UTF_8);
+    Style kept = Style.parse(empty, Style.named("mono"));
     assertEquals("mono", kept.name());
   }
 
   @Test
   void mistakesNameTheirPlace() {
-    fails("Style document: line 2, column 3: found <fnot>, expected one of font, sizes, colors, grid, axes, "
+    fails("Style document: line 2, column 3: found <fnot>, expected one of font, sizes, colors, "
+        + "grid, axes, "
         + "marks, palette, sequential.", OPEN + "  <fnot/></style>");
-    fails("Style document: line 2, column 10: attribute title of <sizes>: found \"big\", expected a number "
+    fails("Style document: line 2, column 10: attribute title of <sizes>: found \"big\", "
+        + "expected a number "
         + "from 4 to 200.", OPEN + "  <sizes title='big'/></style>");
-    fails("Style document: line 2, column 10: attribute title of <sizes>: found \"NaN\", expected a number "
+    fails("Style document: line 2, column 10: attribute title of <sizes>: found \"NaN\", "
+        + "expected a number "
         + "from 4 to 200.", OPEN + "  <sizes title='NaN'/></style>");
-    fails("Style document: line 2, column 9: attribute color of <grid>: found \"red\", expected a colour as "
+    fails("Style document: line 2, column 9: attribute color of <grid>: found \"red\", expected "
+        + "a colour as "
         + "#rrggbb.", OPEN + "  <grid color='red'/></style>");
-    fails("Style document: line 2, column 7: <font> has the attribute size, expected one of family.",
+    fails("Style document: line 2, column 7: <font> has the attribute size, expected one of "
+        + "family.",
         OPEN + "<font size='3'/></style>");
-    fails("Style document: line 2, column 1: <font> needs the attribute family, the name of a font family.",
+    fails("Style document: line 2, column 1: <font> needs the attribute family, the name of a "
+        + "font family.",
         OPEN + "<font/></style>");
-    fails("Style document: line 2, column 8: attribute shapes of <marks>: found \"maybe\", expected true or "
+    fails("Style document: line 2, column 8: attribute shapes of <marks>: found \"maybe\", "
+        + "expected true or "
         + "false.", OPEN + "<marks shapes='maybe' /></style>");
-    fails("Style document: line 1, column 40: There is no style \"x\"; the styles are print, dark, mono, "
+    fails("Style document: line 1, column 40: There is no style \"x\"; the styles are print, "
+        + "dark, mono, "
         + "slides.", "<style xmlns='urn:chartbridge:style:1' base='x' name='n' />");
     fails("Style document: line 1, column 1: found <style>, expected <style "
         + "xmlns=\"urn:chartbridge:style:1\">.", "<style/>  ");
@@ -111,16 +120,20 @@ class StyleTest {
 
   @Test
   void brokenAndHostileDocuments() {
-    fails("Style document: line 2, column 17: the document ends inside <style>, which begins at line 1, "
+    fails("Style document: line 2, column 17: the document ends inside <style>, which begins at "
+        + "line 1, "
         + "column 1.", OPEN + "<sizes title='9'");
-    String bomb = "<!DOCTYPE style [<!ENTITY a 'aaaaaaaaaa'><!ENTITY b '&a;&a;&a;'>]>" + OPEN + "&b;</style>";
+    String bomb = "<!DOCTYPE style [<!ENTITY a 'aaaaaaaaaa'><!ENTITY b '&a;&a;&a;'>]>"
+        + OPEN + "&b;</style>";
     String refused = assertThrows(ChartException.class, () -> parse(bomb)).getMessage();
     assertTrue(refused.contains("document type declaration"), refused);
-    String outside = "<!DOCTYPE style [<!ENTITY a SYSTEM 'file:///etc/passwd'>]>" + OPEN + "&a;</style>";
+    String outside = "<!DOCTYPE style [<!ENTITY a SYSTEM 'file:///etc/passwd'>]>"
+        + OPEN + "&a;</style>";
     assertThrows(ChartException.class, () -> parse(outside));
     assertThrows(ChartException.class, () -> parse(""));
-    assertEquals("Style document: it is larger than 1048576 bytes.", assertThrows(ChartException.class,
-        () -> Style.parse(new byte[(1 << 20) + 1], null)).getMessage());
+    assertEquals("Style document: it is larger than 1048576 bytes.",
+        assertThrows(ChartException.class,
+            () -> Style.parse(new byte[(1 << 20) + 1], null)).getMessage());
   }
 
   @Test
@@ -145,9 +158,12 @@ class StyleTest {
 
   @Test
   void schemaRefusesWhatTheReaderRefuses() throws Exception {
-    Schema schema = SchemaFactory.newDefaultInstance().newSchema(docs().resolve("chart-style.xsd").toFile());
-    for (String body : List.of("<fnot/>", "<sizes title='big'/>", "<sizes title='1'/>", "<grid color='red'/>",
-        "<font/>", "<palette/>", "<sequential><color value='#000000'/></sequential>", "<marks shapes='maybe'/>",
+    Schema schema = SchemaFactory.newDefaultInstance().newSchema(
+        docs().resolve("chart-style.xsd").toFile());
+    for (String body : List.of("<fnot/>", "<sizes title='big'/>", "<sizes title='1'/>", "<grid "
+        + "color='red'/>",
+        "<font/>", "<palette/>", "<sequential><color value='#000000'/></sequential>", "<marks "
+            + "shapes='maybe'/>",
         "<axes width='21'/>")) {
       assertThrows(ChartException.class, () -> parse(OPEN + body + "</style>"), body);
       assertThrows(org.xml.sax.SAXException.class, () -> schema.newValidator().validate(

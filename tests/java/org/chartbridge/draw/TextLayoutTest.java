@@ -65,8 +65,8 @@ class TextLayoutTest {
       }
       for (int k = 0; k < i; k++) {
         if (overlap(text, texts.get(k))) {
-          faults.add("\"" + text.text() + "\" " + text.bounds() + " touches \"" + texts.get(k).text()
-              + "\" " + texts.get(k).bounds());
+          faults.add("\"" + text.text() + "\" " + text.bounds() + " touches \""
+              + texts.get(k).text() + "\" " + texts.get(k).bounds());
         }
       }
     }

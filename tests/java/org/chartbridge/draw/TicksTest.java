@@ -14,7 +14,8 @@ class TicksTest {
   private static final Formats ENGLISH = new Formats(Locale.ENGLISH);
 
   private static List<String> linear(double lower, double upper, double rough, Locale locale) {
-    return texts(Ticks.linear(lower, upper, rough, (ticks, step) -> true, new Formats(locale)::ticks));
+    return texts(
+        Ticks.linear(lower, upper, rough, (ticks, step) -> true, new Formats(locale)::ticks));
   }
 
   private static List<String> texts(List<Tick> ticks) {
@@ -61,7 +62,8 @@ class TicksTest {
     assertEquals(List.of("0", "1M", "2M"), linear(0, 2e6, 1e6, Locale.ENGLISH));
     assertEquals(List.of("0", "500K", "1M"), linear(0, 1e6, 5e5, Locale.ENGLISH));
     assertEquals(List.of("0", "1\u00a0Mio.", "2\u00a0Mio."), linear(0, 2e6, 1e6, Locale.GERMANY));
-    assertEquals(List.of("0", "10\u207b\u2077", "2\u00d710\u207b\u2077"), linear(0, 2e-7, 1e-7, Locale.ENGLISH));
+    assertEquals(List.of("0", "10\u207b\u2077", "2\u00d710\u207b\u2077"),
+        linear(0, 2e-7, 1e-7, Locale.ENGLISH));
     assertEquals(List.of("1,000,000.00", "1,000,000.05", "1,000,000.10"),
         linear(1_000_000, 1_000_000.1, 0.05, Locale.ENGLISH));
   }
@@ -84,7 +86,8 @@ class TicksTest {
     assertEquals("10\u2078", texts(eight).get(eight.size() - 1));
     assertEquals(13, eight.size());
     List<Tick> sparse = Ticks.log(1e-4, 1e8, 200, text -> 30, null, ENGLISH);
-    assertEquals(List.of("10\u207b\u2074", "10\u207b\u00b2", "10\u2070", "10\u00b2", "10\u2074", "10\u2076", "10\u2078"),
+    assertEquals(List.of("10\u207b\u2074", "10\u207b\u00b2", "10\u2070", "10\u00b2", "10\u2074",
+                     "10\u2076", "10\u2078"),
         texts(sparse).stream().map(t -> t.equals("1") ? "10\u2070" : t).toList());
   }
 
@@ -100,7 +103,8 @@ class TicksTest {
   @Test
   void yearsStandAtTheirFirstDay() {
     double year = 360 * 86_400_000.0;
-    assertEquals(List.of("2020", "2021", "2022"), times("2020-01-01T00:00", "2022-06-01T00:00", year, Locale.ENGLISH));
+    assertEquals(List.of("2020", "2021", "2022"),
+        times("2020-01-01T00:00", "2022-06-01T00:00", year, Locale.ENGLISH));
     assertEquals(List.of("1900", "1950", "2000"),
         times("1890-01-01T00:00", "2022-06-01T00:00", 40 * year, Locale.ENGLISH));
   }
@@ -115,13 +119,16 @@ class TicksTest {
   @Test
   void daysAreWrittenInTheOrderOfTheLocale() {
     double day = 86_400_000;
-    assertEquals(List.of("Mar 1|2024", "Mar 2"), times("2024-03-01T00:00", "2024-03-02T12:00", day, Locale.US));
-    assertEquals(List.of("01.03.|2024", "02.03."), times("2024-03-01T00:00", "2024-03-02T12:00", day, Locale.GERMANY));
+    assertEquals(List.of("Mar 1|2024", "Mar 2"),
+        times("2024-03-01T00:00", "2024-03-02T12:00", day, Locale.US));
+    assertEquals(List.of("01.03.|2024", "02.03."),
+        times("2024-03-01T00:00", "2024-03-02T12:00", day, Locale.GERMANY));
   }
 
   @Test
   void hoursNameTheDateOnce() {
-    List<String> hours = times("2024-03-01T06:00", "2024-03-02T00:00", 6 * 3_600_000, Locale.GERMANY);
+    List<String> hours =
+        times("2024-03-01T06:00", "2024-03-02T00:00", 6 * 3_600_000, Locale.GERMANY);
     assertEquals(List.of("06:00|01.03.2024", "12:00", "18:00", "00:00|02.03.2024"), hours);
   }
 
