@@ -12,6 +12,7 @@ import javax.xml.transform.stream.StreamSource;
 import javax.xml.validation.Schema;
 import javax.xml.validation.SchemaFactory;
 import org.chartbridge.chart.ChartException;
+import org.chartbridge.chart.TextPosition;
 import org.xml.sax.InputSource;
 import org.xml.sax.SAXException;
 import org.xml.sax.XMLReader;
@@ -55,6 +56,7 @@ public final class SafeXml {
     if (text.isBlank()) {
       throw new ChartException("the document is empty");
     }
+    checkStart(text);
     XmlTreeBuilder builder = new XmlTreeBuilder(text);
     try {
       XMLReader reader = reader();
@@ -69,6 +71,16 @@ public final class SafeXml {
       throw new ChartException("the document cannot be read: " + e.getMessage(), e);
     }
     return builder.root();
+  }
+
+  /** Whoever passes another kind of text here should read that, not a remark about prologs. */
+  private static void checkStart(String text) {
+    int start = text.length() - text.stripLeading().length();
+    if (text.charAt(start) != '<') {
+      String found = Character.toString(text.codePointAt(start));
+      String message = ": found \"" + found + "\", expected \"<\": this is not XML";
+      throw new ChartException(TextPosition.of(text, start) + message);
+    }
   }
 
   /**

@@ -141,6 +141,15 @@ class SafeXmlTest {
   }
 
   @Test
+  void saysSoWhenItIsNoXmlAtAll() {
+    assertEquals(
+        "line 2, column 3: found \"d\", expected \"<\": this is not XML", error("\n  draw bar: x a"));
+    assertEquals(
+        "line 1, column 1: found \"\uD83D\uDE00\", expected \"<\": this is not XML",
+        error("\uD83D\uDE00"));
+  }
+
+  @Test
   void wordsOtherMistakesInEnglish() {
     assertEquals(
         "line 2, column 3: not well-formed XML: "
