@@ -2,21 +2,25 @@
 #include "guard/ElementBuffers.h"
 
 #include <atomic>
-#include <cstdint>
 #include <cstdlib>
 #include <mutex>
 #include <new>
-#include <unordered_set>
+#include <unordered_map>
 
 namespace chartbridge {
 namespace {
 
-// One cache line of addresses. Native code has few buffers out at a time, so nearly all of them
-// live in these lines, where adding and removing one is a single exchange without a lock.
-struct alignas(64) Line {
-  std::atomic<const void*> slots[8];
-};
+constexpr std::size_t kSlots = 8;
 constexpr std::size_t kLines = 512;
+
+// The addresses of a line share a cache line. Native code has few buffers out at a time, so nearly
+// all of them live in these lines, where adding and removing one is a single exchange without a
+// lock. The sources stand apart, not in front of the elements: the buffers are then of the sizes
+// that the JVM's own would be, and cost the allocator the same.
+struct alignas(64) Line {
+  std::atomic<const void*> buffers[kSlots];
+  ElementSource sources[kSlots];
+};
 Line lines[kLines];
 
 std::mutex overflowMutex;
@@ -24,8 +28,9 @@ std::atomic<std::size_t> overflowSize{0};
 
 // Leaked on purpose: native code may release elements while the process ends, after static objects
 // have been destroyed.
-std::unordered_set<const void*>& Overflow() {
-  static auto* const overflow = new std::unordered_set<const void*>;
+using OverflowMap = std::unordered_map<const void*, ElementSource>;
+OverflowMap& Overflow() {
+  static auto* const overflow = new OverflowMap;
   return *overflow;
 }
 
@@ -34,10 +39,15 @@ Line& LineOf(const void* buffer) {
   return lines[(address ^ (address >> 9) ^ (address >> 18)) % kLines];
 }
 
-bool AddToOverflow(const void* buffer) {
+bool Exchange(std::atomic<const void*>& slot, const void* from, const void* to) {
+  return slot.load(std::memory_order_relaxed) == from &&
+         slot.compare_exchange_strong(from, to, std::memory_order_acq_rel);
+}
+
+bool AddToOverflow(const void* buffer, const ElementSource& source) {
   const std::lock_guard<std::mutex> lock(overflowMutex);
   try {
-    Overflow().insert(buffer);
+    Overflow()[buffer] = source;
   } catch (const std::bad_alloc&) {
     return false;
   }
@@ -45,69 +55,61 @@ bool AddToOverflow(const void* buffer) {
   return true;
 }
 
-bool Add(const void* buffer) {
-  for (auto& slot : LineOf(buffer).slots) {
-    const void* empty = nullptr;
-    if (slot.load(std::memory_order_relaxed) == nullptr &&
-        slot.compare_exchange_strong(empty, buffer, std::memory_order_acq_rel)) {
-      return true;
-    }
+// The source is written after the address: nobody asks for it before the buffer has been handed
+// out.
+bool Add(const void* buffer, const ElementSource& source) {
+  Line& line = LineOf(buffer);
+  for (std::size_t i = 0; i < kSlots; ++i) {
+    if (!Exchange(line.buffers[i], nullptr, buffer)) continue;
+    line.sources[i] = source;
+    return true;
   }
-  return AddToOverflow(buffer);
+  return AddToOverflow(buffer, source);
 }
 
-bool TakeFromOverflow(const void* buffer) {
+bool FindInOverflow(const void* buffer, ElementSource& source, bool take) {
   if (overflowSize.load(std::memory_order_acquire) == 0) return false;
   const std::lock_guard<std::mutex> lock(overflowMutex);
-  const bool found = Overflow().erase(buffer) != 0;
+  const auto found = Overflow().find(buffer);
+  if (found == Overflow().end()) return false;
+  source = found->second;
+  if (take) Overflow().erase(found);
   overflowSize.store(Overflow().size(), std::memory_order_release);
-  return found;
-}
-
-bool IsInOverflow(const void* buffer) {
-  if (overflowSize.load(std::memory_order_acquire) == 0) return false;
-  const std::lock_guard<std::mutex> lock(overflowMutex);
-  return Overflow().count(buffer) != 0;
-}
-
-bool IsOut(const void* buffer) {
-  for (const auto& slot : LineOf(buffer).slots) {
-    if (slot.load(std::memory_order_acquire) == buffer) return true;
-  }
-  return IsInOverflow(buffer);
-}
-
-const ElementHeader* HeaderOf(const void* buffer) {
-  return static_cast<const ElementHeader*>(buffer) - 1;
+  return true;
 }
 
 }  // namespace
 
-void* ElementBuffers::New(const ElementHeader& header, std::size_t bytes) {
-  void* block = std::malloc(sizeof(ElementHeader) + bytes);
-  if (block == nullptr) return nullptr;
-  void* buffer = new (block) ElementHeader(header) + 1;
-  if (Add(buffer)) return buffer;
-  std::free(block);
+void* ElementBuffers::New(const ElementSource& source, std::size_t bytes) {
+  void* buffer = std::malloc(bytes > 0 ? bytes : 1);
+  if (buffer == nullptr || Add(buffer, source)) return buffer;
+  std::free(buffer);
   return nullptr;
 }
 
-const ElementHeader* ElementBuffers::Find(const void* buffer) {
-  return buffer != nullptr && IsOut(buffer) ? HeaderOf(buffer) : nullptr;
-}
-
-const ElementHeader* ElementBuffers::Take(const void* buffer) {
-  if (buffer == nullptr) return nullptr;
-  for (auto& slot : LineOf(buffer).slots) {
-    const void* expected = buffer;
-    if (slot.load(std::memory_order_relaxed) == buffer &&
-        slot.compare_exchange_strong(expected, nullptr, std::memory_order_acq_rel)) {
-      return HeaderOf(buffer);
-    }
+bool ElementBuffers::Find(const void* buffer, ElementSource& source) {
+  if (buffer == nullptr) return false;
+  const Line& line = LineOf(buffer);
+  for (std::size_t i = 0; i < kSlots; ++i) {
+    if (line.buffers[i].load(std::memory_order_acquire) != buffer) continue;
+    source = line.sources[i];
+    return true;
   }
-  return TakeFromOverflow(buffer) ? HeaderOf(buffer) : nullptr;
+  return FindInOverflow(buffer, source, false);
 }
 
-void ElementBuffers::Free(void* buffer) { std::free(static_cast<ElementHeader*>(buffer) - 1); }
+bool ElementBuffers::Take(const void* buffer, ElementSource& source) {
+  if (buffer == nullptr) return false;
+  Line& line = LineOf(buffer);
+  for (std::size_t i = 0; i < kSlots; ++i) {
+    if (line.buffers[i].load(std::memory_order_acquire) != buffer) continue;
+    // Read before the slot is free for another buffer.
+    source = line.sources[i];
+    if (Exchange(line.buffers[i], buffer, nullptr)) return true;
+  }
+  return FindInOverflow(buffer, source, true);
+}
+
+void ElementBuffers::Free(void* buffer) { std::free(buffer); }
 
 }  // namespace chartbridge

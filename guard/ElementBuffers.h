@@ -9,9 +9,9 @@
 
 namespace chartbridge {
 
-/// What the guard keeps in front of each element buffer that is out.
-struct alignas(16) ElementHeader {
-  /// The reference that the elements were obtained through. Its owner may have deleted it since.
+/// Where the elements in a buffer came from.
+struct ElementSource {
+  /// The reference that they were obtained through. Its owner may have deleted it since.
   jarray array;
   jsize length;
   /// The JNI letter of the element type, for example 'B'.
@@ -26,15 +26,14 @@ struct alignas(16) ElementHeader {
 /// that is not out is never touched. Safe on any thread.
 class ElementBuffers {
  public:
-  /// Memory for `bytes` bytes behind a header, 16-byte aligned and never null-sized. Null when
-  /// memory is short.
-  static void* New(const ElementHeader& header, std::size_t bytes);
+  /// Memory for `bytes` bytes, 16-byte aligned and never null for 0. Null when memory is short.
+  static void* New(const ElementSource& source, std::size_t bytes);
 
-  /// The header of a buffer that is out; null for every other address, and for null.
-  static const ElementHeader* Find(const void* buffer);
+  /// Tells where a buffer that is out came from. False for every other address, and for null.
+  static bool Find(const void* buffer, ElementSource& source);
 
   /// As `Find`, and takes the buffer off the list, so that exactly one caller frees it.
-  static const ElementHeader* Take(const void* buffer);
+  static bool Take(const void* buffer, ElementSource& source);
 
   /// Frees a buffer that was taken.
   static void Free(void* buffer);

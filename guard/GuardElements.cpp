@@ -79,9 +79,9 @@ bool IsSuchArray(JNIEnv* env, jarray array, jsize length) {
 }
 
 // Whether the reference that the elements were obtained through is certainly still that reference.
-bool IsSurelyOrigin(JNIEnv* env, const ElementHeader& header) {
-  return jvm.GetObjectRefType(env, header.array) == JNILocalRefType &&
-         ReferenceEpoch::HasLasted(header.epoch);
+bool IsSurelyOrigin(JNIEnv* env, const ElementSource& source) {
+  return jvm.GetObjectRefType(env, source.array) == JNILocalRefType &&
+         ReferenceEpoch::HasLasted(source.epoch);
 }
 
 // The array that the elements came from; null when nobody knows it any more.
@@ -91,27 +91,27 @@ bool IsSurelyOrigin(JNIEnv* env, const ElementHeader& header) {
 // which is right, or another array, which is wrong. Where the old reference may have become another
 // object's in the meantime, what the caller says counts, so that correct code is never harmed.
 template <class T>
-jarray Origin(JNIEnv* env, const ElementHeader& header, jarray named) {
-  if (header.type != T::kLetter) {
+jarray Origin(JNIEnv* env, const ElementSource& source, jarray named) {
+  if (source.type != T::kLetter) {
     Caught(JNIGUARD_ELEMENTS_ARRAY, T::releaseName, "the elements are of another type");
     return nullptr;
   }
-  if (named == header.array) return named;
+  if (named == source.array) return named;
   const bool remembered =
-      IsLive(env, header.array) && IsSuchArray<T>(env, header.array, header.length);
-  if (remembered && named != nullptr && jvm.IsSameObject(env, named, header.array)) return named;
-  const bool fits = named != nullptr && IsSuchArray<T>(env, named, header.length);
+      IsLive(env, source.array) && IsSuchArray<T>(env, source.array, source.length);
+  if (remembered && named != nullptr && jvm.IsSameObject(env, named, source.array)) return named;
+  const bool fits = named != nullptr && IsSuchArray<T>(env, named, source.length);
   if (!remembered && fits) return named;
   Caught(JNIGUARD_ELEMENTS_ARRAY, T::releaseName, "the elements belong to another array");
   if (!remembered) return nullptr;
-  return fits && !IsSurelyOrigin(env, header) ? named : header.array;
+  return fits && !IsSurelyOrigin(env, source) ? named : source.array;
 }
 
 template <class T>
-void CopyBack(JNIEnv* env, const ElementHeader& header, jarray origin,
+void CopyBack(JNIEnv* env, const ElementSource& source, jarray origin,
               const typename T::Element* elements) {
-  if (origin == nullptr || header.length == 0) return;
-  (jvm.*T::kSetRegion)(env, static_cast<typename T::Array>(origin), 0, header.length, elements);
+  if (origin == nullptr || source.length == 0) return;
+  (jvm.*T::kSetRegion)(env, static_cast<typename T::Array>(origin), 0, source.length, elements);
 }
 
 template <class T>
@@ -128,15 +128,16 @@ template <class T>
 void Release(JNIEnv* env, typename T::Array array, typename T::Element* elements, jint mode) {
   env = OwnEnv(env);
   const bool keep = mode == JNI_COMMIT;
-  const ElementHeader* header =
-      keep ? ElementBuffers::Find(elements) : ElementBuffers::Take(elements);
-  if (header == nullptr) {
+  ElementSource source;
+  const bool isOut =
+      keep ? ElementBuffers::Find(elements, source) : ElementBuffers::Take(elements, source);
+  if (!isOut) {
     RefuseRelease<T>(env, array, elements);
     return;
   }
-  if (mode != JNI_ABORT || array != header->array || header->type != T::kLetter) {
-    jarray origin = Origin<T>(env, *header, array);
-    if (mode != JNI_ABORT) CopyBack<T>(env, *header, origin, elements);
+  if (mode != JNI_ABORT || array != source.array || source.type != T::kLetter) {
+    jarray origin = Origin<T>(env, source, array);
+    if (mode != JNI_ABORT) CopyBack<T>(env, source, origin, elements);
   }
   if (!keep) ElementBuffers::Free(elements);
 }
