@@ -14,13 +14,12 @@ import org.junit.jupiter.params.provider.ValueSource;
 
 class AxisLimitTest {
   @ParameterizedTest
-  @CsvSource({
-    "0,0", "-5,-5", "+.5,0.5", "5.,5", "1e3,1000", "1.5E-3,0.0015", "1970-01-01,0",
-    "1970-01-02,86400000", "1969-12-31,-86400000", "1970-01-01T12:00,43200000",
-    "1970-01-01T00:00:01.25,1250", "1970-01-01T00:00Z,0", "1970-01-01T00:00-01:30,5400000", "1970-01-01T02:00:00+02:00,0",
-    "0001-01-01,-62135596800000"
-  })
-  void readsNumbersAndDates(String text, double value) {
+  @CsvSource({"0,0", "-5,-5", "+.5,0.5", "5.,5", "1e3,1000", "1.5E-3,0.0015", "1970-01-01,0",
+      "1970-01-02,86400000", "1969-12-31,-86400000", "1970-01-01T12:00,43200000",
+      "1970-01-01T00:00:01.25,1250", "1970-01-01T00:00Z,0", "1970-01-01T00:00-01:30,5400000",
+      "1970-01-01T02:00:00+02:00,0", "0001-01-01,-62135596800000"})
+  void
+  readsNumbersAndDates(String text, double value) {
     assertEquals(value, AxisLimit.parse(text));
   }
 
@@ -43,19 +42,21 @@ class AxisLimitTest {
   }
 
   @ParameterizedTest
-  @CsvSource({
-    "0,1970-01-01", "43200000,1970-01-01T12:00", "86400000,1970-01-02", "-1,1969-12-31T23:59:59.999",
-    "1000,1970-01-01T00:00:01", "0.5,0.5", "-0.0,-0.0", "253402300800000,253402300800000",
-    "-62135596800000,0001-01-01", "-62135596800001,-62135596800001"
-  })
-  void writesTimes(double value, String text) {
+  @CsvSource({"0,1970-01-01", "43200000,1970-01-01T12:00", "86400000,1970-01-02",
+      "-1,1969-12-31T23:59:59.999", "1000,1970-01-01T00:00:01", "0.5,0.5", "-0.0,-0.0",
+      "253402300800000,253402300800000", "-62135596800000,0001-01-01",
+      "-62135596800001,-62135596800001"})
+  void
+  writesTimes(double value, String text) {
     assertEquals(text, AxisLimit.text(value, ScaleKind.TIME));
     assertEquals(value, AxisLimit.parse(text));
   }
 
   @ParameterizedTest
-  @CsvSource({"0,0", "-0.0,-0.0", "12,12", "0.1,0.1", "1e15,1.0E15", "999999999999999,999999999999999"})
-  void writesNumbers(double value, String text) {
+  @CsvSource(
+      {"0,0", "-0.0,-0.0", "12,12", "0.1,0.1", "1e15,1.0E15", "999999999999999,999999999999999"})
+  void
+  writesNumbers(double value, String text) {
     assertEquals(text, AxisLimit.text(value, ScaleKind.AUTO));
     assertEquals(value, AxisLimit.parse(text));
   }
