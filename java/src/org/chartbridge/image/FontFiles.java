@@ -4,13 +4,17 @@ package org.chartbridge.image;
 import java.awt.Font;
 import java.io.IOException;
 import java.io.UncheckedIOException;
+import java.nio.file.FileVisitOption;
+import java.nio.file.FileVisitResult;
 import java.nio.file.Files;
 import java.nio.file.Path;
+import java.nio.file.SimpleFileVisitor;
+import java.nio.file.attribute.BasicFileAttributes;
 import java.util.HashMap;
 import java.util.List;
 import java.util.Locale;
 import java.util.Map;
-import java.util.stream.Stream;
+import java.util.Set;
 
 /**
  * The font files behind the families that pictures are usually set in, as the distribution
@@ -59,15 +63,32 @@ final class FontFiles {
   }
 
   private static void scan(Path folder) {
-    if (!Files.isDirectory(folder)) {
-      return;
+    try {
+      Files.walkFileTree(folder, Set.of(FileVisitOption.FOLLOW_LINKS), MAX_DEPTH, new Collector());
+    } catch (IOException e) {
+      throw new UncheckedIOException(e);
     }
-    try (Stream<Path> found = Files.walk(folder, MAX_DEPTH)) {
-      found.filter(file -> file.toString().toLowerCase(Locale.ROOT).endsWith(".ttf"))
-          .forEach(file -> files.putIfAbsent(file.getFileName().toString(), file));
-    } catch (IOException | UncheckedIOException e) {
-      // A folder that cannot be read has no fonts for us; their texts are drawn as outlines.
-      files.putIfAbsent("", folder);
+  }
+
+  /** Collects font files; what cannot be read has no fonts for us. */
+  private static final class Collector extends SimpleFileVisitor<Path> {
+    @Override
+    public FileVisitResult visitFile(Path file, BasicFileAttributes attributes) {
+      String name = file.getFileName().toString();
+      if (name.toLowerCase(Locale.ROOT).endsWith(".ttf")) {
+        files.putIfAbsent(name, file);
+      }
+      return FileVisitResult.CONTINUE;
+    }
+
+    @Override
+    public FileVisitResult visitFileFailed(Path file, IOException e) {
+      return FileVisitResult.CONTINUE;
+    }
+
+    @Override
+    public FileVisitResult postVisitDirectory(Path folder, IOException e) {
+      return FileVisitResult.CONTINUE;
     }
   }
 }
