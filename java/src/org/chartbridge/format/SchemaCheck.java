@@ -85,7 +85,7 @@ final class SchemaCheck {
         if (node instanceof XmlElement child) {
           visit(handler, child);
         } else if (node instanceof XmlText text && !text.text().isBlank()) {
-          // Blank text means nothing in any version; a validator minds it in elements without content.
+          // Blank text means nothing in any version, but a validator minds it in empty elements.
           handler.characters(text.text().toCharArray(), 0, text.text().length());
         }
       }

@@ -126,7 +126,7 @@ class VizConverterTest {
       if (result == null) {
         assertFalse(converter.getErrorMessage().contains("unexpectedly"),
             () -> converter.getErrorMessage() + "\n" + source);
-        // The reader words everything that the schema refuses; the validator's own words stay unused.
+        // The reader words what the schema refuses; the validator's own words stay unused.
         assertFalse(converter.getErrorMessage().contains("cvc-"), converter.getErrorMessage());
         assertFalse(converter.getErrorMessage().contains("\n"), converter.getErrorMessage());
       }

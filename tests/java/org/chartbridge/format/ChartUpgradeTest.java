@@ -100,7 +100,8 @@ class ChartUpgradeTest {
             <column name="sales" kind="number"/>
           </columns>
           <axes>
-            <x scale="time" title="Day" min="2024-01-01" max="2024-12-31" reversed="true" grid="true" format="MMM"/>
+            <x scale="time" title="Day" min="2024-01-01" max="2024-12-31" reversed="true" \
+        grid="true" format="MMM"/>
             <y scale="log" title="" min="1" max="1e3" reversed="false" grid="false" format="0.0"/>
           </axes>
           <elements>

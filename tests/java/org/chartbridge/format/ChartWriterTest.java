@@ -126,7 +126,8 @@ class ChartWriterTest {
             <column name="t" kind="time" pattern="yyyy"/>
           </columns>
           <axes>
-            <x scale="time" title="" min="1970-01-01" max="8.64000005E7" grid="false" format="yyyy"/>
+            <x scale="time" title="" min="1970-01-01" max="8.64000005E7" grid="false" \
+        format="yyyy"/>
             <y scale="log" min="0.1" reversed="true"/>
           </axes>
           <elements>

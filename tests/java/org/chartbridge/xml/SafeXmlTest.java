@@ -143,7 +143,8 @@ class SafeXmlTest {
   @Test
   void saysSoWhenItIsNoXmlAtAll() {
     assertEquals(
-        "line 2, column 3: found \"d\", expected \"<\": this is not XML", error("\n  draw bar: x a"));
+        "line 2, column 3: found \"d\", expected \"<\": this is not XML",
+        error("\n  draw bar: x a"));
     assertEquals(
         "line 1, column 1: found \"\uD83D\uDE00\", expected \"<\": this is not XML",
         error("\uD83D\uDE00"));
