@@ -23,6 +23,9 @@ struct alignas(64) Line {
 };
 Line lines[kLines];
 
+// The address in a slot whose source is being written or read.
+const char busy = 0;
+
 std::mutex overflowMutex;
 std::atomic<std::size_t> overflowSize{0};
 
@@ -44,7 +47,7 @@ bool Exchange(std::atomic<const void*>& slot, const void* from, const void* to) 
          slot.compare_exchange_strong(from, to, std::memory_order_acq_rel);
 }
 
-bool AddToOverflow(const void* buffer, const ElementSource& source) {
+bool AddToOverflow(void* buffer, const ElementSource& source) {
   const std::lock_guard<std::mutex> lock(overflowMutex);
   try {
     Overflow()[buffer] = source;
@@ -55,13 +58,12 @@ bool AddToOverflow(const void* buffer, const ElementSource& source) {
   return true;
 }
 
-// The source is written after the address: nobody asks for it before the buffer has been handed
-// out.
-bool Add(const void* buffer, const ElementSource& source) {
+bool Add(void* buffer, const ElementSource& source) {
   Line& line = LineOf(buffer);
   for (std::size_t i = 0; i < kSlots; ++i) {
-    if (!Exchange(line.buffers[i], nullptr, buffer)) continue;
+    if (!Exchange(line.buffers[i], nullptr, &busy)) continue;
     line.sources[i] = source;
+    line.buffers[i].store(buffer, std::memory_order_release);
     return true;
   }
   return AddToOverflow(buffer, source);
@@ -102,10 +104,10 @@ bool ElementBuffers::Take(const void* buffer, ElementSource& source) {
   if (buffer == nullptr) return false;
   Line& line = LineOf(buffer);
   for (std::size_t i = 0; i < kSlots; ++i) {
-    if (line.buffers[i].load(std::memory_order_acquire) != buffer) continue;
-    // Read before the slot is free for another buffer.
+    if (!Exchange(line.buffers[i], buffer, &busy)) continue;
     source = line.sources[i];
-    if (Exchange(line.buffers[i], buffer, nullptr)) return true;
+    line.buffers[i].store(nullptr, std::memory_order_release);
+    return true;
   }
   return FindInOverflow(buffer, source, true);
 }

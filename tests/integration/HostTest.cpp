@@ -156,7 +156,8 @@ TEST(JvmOptions, JoinsClassPaths) {
 
 TEST(JvmOptions, ReadsQuotedOptions) {
   const Environment environment{
-      {"TESK_JVM_OPTIONS", R"( -Dprobe.a='x "y" \z'	-Dprobe.b="p \"q\" \r '" -Dprobe.c=\'m\ n )"}};
+      {"TESK_JVM_OPTIONS",
+       R"( -Dprobe.a='x "y" \z'	-Dprobe.b="p \"q\" \r '" -Dprobe.c=\'m\ n )"}};
   Expect(Probe({"ShowProperty", "probe.a"}, environment), "started=1\nprobe.a=x \"y\" \\z\n");
   Expect(Probe({"ShowProperty", "probe.b"}, environment), "started=1\nprobe.b=p \"q\" \\r '\n");
   Expect(Probe({"ShowProperty", "probe.c"}, environment), "started=1\nprobe.c='m n\n");
