@@ -31,11 +31,11 @@ import javax.swing.AbstractButton;
 import javax.swing.JScrollPane;
 import javax.swing.SwingUtilities;
 import org.chartbridge.tree.Models;
+import org.chartbridge.tree.SamplePaths;
+import org.chartbridge.tree.TreeDocument;
 import org.chartbridge.tree.draw.TreeDisplay;
 import org.chartbridge.tree.draw.TreePicture;
 import org.chartbridge.tree.draw.TreePictures;
-import org.chartbridge.tree.SamplePaths;
-import org.chartbridge.tree.TreeDocument;
 import org.chartbridge.tree.pmml.PmmlReader;
 import org.junit.jupiter.api.AfterEach;
 import org.junit.jupiter.api.BeforeEach;
@@ -248,6 +248,8 @@ class TreeEditorWindowTest {
       y = (int) area.getMaxY() - 10;
       assertEquals(drawn.getRGB(x + 10, y), seen.getRGB(x + 10, y), "bar of node " + i);
     }
+    BufferedImage beside = screen(new Rectangle(origin.x + picture.width() + 20, origin.y, 50, 50));
+    assertEquals(0xFFFFFF, beside.getRGB(25, 25) & 0xFFFFFF, "the ground beside the picture");
   }
 
   @Test

@@ -2,6 +2,7 @@
 package org.chartbridge.tree.draw;
 
 import java.awt.BasicStroke;
+import java.awt.Color;
 import java.awt.Graphics2D;
 import java.awt.Rectangle;
 import java.awt.RenderingHints;
@@ -278,6 +279,11 @@ final class OverviewPicture implements TreePicture {
   @Override
   public int height() {
     return height;
+  }
+
+  @Override
+  public Color background() {
+    return style.background;
   }
 
   @Override

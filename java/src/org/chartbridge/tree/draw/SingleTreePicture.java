@@ -114,6 +114,11 @@ final class SingleTreePicture implements TreePicture {
   }
 
   @Override
+  public Color background() {
+    return scene.style.background;
+  }
+
+  @Override
   public void draw(Graphics2D g) {
     g.setRenderingHint(RenderingHints.KEY_ANTIALIASING, RenderingHints.VALUE_ANTIALIAS_ON);
     g.setRenderingHint(RenderingHints.KEY_STROKE_CONTROL, RenderingHints.VALUE_STROKE_PURE);

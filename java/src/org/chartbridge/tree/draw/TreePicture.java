@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 package org.chartbridge.tree.draw;
 
+import java.awt.Color;
 import java.awt.Graphics2D;
 import java.util.List;
 import org.chartbridge.draw.Mark;
@@ -21,6 +22,9 @@ public interface TreePicture {
 
   /** In pixels at 100 percent. */
   int height();
+
+  /** The colour around everything. */
+  Color background();
 
   /** Draws at 100 percent, only what the clip of {@code g} lets through; the caller scales {@code g} for other sizes. */
   void draw(Graphics2D g);

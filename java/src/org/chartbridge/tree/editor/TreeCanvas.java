@@ -115,7 +115,7 @@ final class TreeCanvas extends JComponent {
   protected void paintComponent(Graphics graphics) {
     Graphics2D g = (Graphics2D) graphics.create();
     try {
-      g.setColor(getBackground());
+      g.setColor(picture == null ? getBackground() : picture.background());
       g.fill(g.getClipBounds());
       if (picture != null) {
         g.setRenderingHint(RenderingHints.KEY_TEXT_ANTIALIASING,

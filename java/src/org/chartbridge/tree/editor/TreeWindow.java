@@ -64,6 +64,7 @@ public final class TreeWindow {
     }
     overview.setVisible(view.inEnsemble());
     canvas.show(view.picture(), view.scale());
+    canvas.getParent().setBackground(view.picture().background());
     if (frame.isVisible() != view.visible()) {
       frame.setVisible(view.visible());
     }
