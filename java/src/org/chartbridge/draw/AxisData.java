@@ -256,8 +256,8 @@ final class AxisData {
           "Axis " + name() + ": min and max do not fit categories; drop them.");
     }
     if (min != null && max != null && !(min < max)) {
-      throw new ChartException("Axis " + name() + ": min " + Formats.plain(min)
-          + " is not below max " + Formats.plain(max) + ".");
+      throw new ChartException("Axis " + name() + ": min " + limitText(min)
+          + " is not below max " + limitText(max) + ".");
     }
     boolean notPositive = min != null && !(min > 0) || max != null && !(max > 0);
     if (kind == ScaleKind.LOG && notPositive) {
@@ -319,11 +319,15 @@ final class AxisData {
     if (!(ends[0] < ends[1])) {
       boolean low = axis.min() != null;
       throw new ChartException("Axis " + name() + ": " + (low ? "min " : "max ")
-          + Formats.plain(low ? axis.min() : axis.max())
-          + " leaves no data in sight; the values run from " + Formats.plain(extent.min()) + " to "
-          + Formats.plain(extent.max()) + ".");
+          + limitText(low ? axis.min() : axis.max())
+          + " leaves no data in sight; the values run from " + limitText(extent.min()) + " to "
+          + limitText(extent.max()) + ".");
     }
     return AxisScale.continuous(kind, ends[0], ends[1], axis.reversed());
+  }
+
+  private String limitText(double value) {
+    return kind == ScaleKind.TIME ? plan.formats.time(value, false) : Formats.plain(value);
   }
 
   private double[] linearEnds(Extent extent, double step) {
@@ -341,12 +345,13 @@ final class AxisData {
     double span = max - min;
     boolean atLow = extent.baseline() && min == 0 || extent.edges();
     boolean atHigh = extent.baseline() && max == 0 || extent.edges();
-    double pad = extent.margin() ? 0.04 : extent.baseline() ? 0 : horizontal ? 0.02 : 0.03;
+    boolean round = step > 0 && (!horizontal || extent.baseline()) && !extent.edges();
+    double free = round ? 0.01 : 0.04;
+    double pad = extent.margin() ? free : extent.baseline() ? 0 : free / 2;
     double low = atLow ? min : min - pad * span;
     double high = atHigh ? max : max + pad * span;
     low = low < 0 && min >= 0 ? 0 : low;
     high = high > 0 && max <= 0 ? 0 : high;
-    boolean round = step > 0 && (!horizontal || extent.baseline()) && !extent.edges();
     if (round) {
       low = Math.floor(low / step + 1e-9) * step;
       high = Math.ceil(high / step - 1e-9) * step;

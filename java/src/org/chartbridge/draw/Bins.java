@@ -2,6 +2,7 @@
 package org.chartbridge.draw;
 
 import java.util.Arrays;
+import java.util.function.DoubleUnaryOperator;
 
 /**
  * Equal intervals that cover a range. Each holds the values from its lower end up to, but not
@@ -12,6 +13,7 @@ import java.util.Arrays;
  * @param count how many
  */
 record Bins(double start, double width, int count) {
+  private static final double[] TIME_UNITS = {86_400_000, 3_600_000, 60_000, 1_000};
   private static final int MOST = 60;
   private static final int FEWEST = 5;
 
@@ -31,6 +33,24 @@ record Bins(double start, double width, int count) {
    * and at most about 60.
    */
   static Bins fitting(double[] values) {
+    return fitting(values, width -> 1);
+  }
+
+  /** Bins of times: whole seconds, minutes, hours or days. */
+  static Bins fittingTimes(double[] values) {
+    return fitting(values, Bins::timeUnit);
+  }
+
+  private static double timeUnit(double width) {
+    for (double unit : TIME_UNITS) {
+      if (width >= unit) {
+        return unit;
+      }
+    }
+    return 1;
+  }
+
+  private static Bins fitting(double[] values, DoubleUnaryOperator units) {
     double[] sorted = values.clone();
     Arrays.sort(sorted);
     double min = sorted[0];
@@ -43,7 +63,11 @@ record Bins(double start, double width, int count) {
     double sturges = range / (Math.ceil(Math.log(sorted.length) / Math.log(2)) + 1);
     width = width > 0 ? width : sturges;
     width = Math.max(range / MOST, Math.min(range / FEWEST, width));
-    double round = nearest(width, range);
+    double whole = units.applyAsDouble(width);
+    double round = Math.max(1, nearest(width / whole, range / whole)) * whole;
+    if (whole == 1) {
+      round = nearest(width, range);
+    }
     double start = Math.floor(min / round + 1e-9) * round;
     int count = (int) Math.floor((sorted[sorted.length - 1] - start) / round + 1e-9) + 1;
     boolean endsOnEdge =

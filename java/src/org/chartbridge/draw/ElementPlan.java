@@ -212,9 +212,13 @@ final class ElementPlan {
   }
 
   private void checkMeasure() {
+    if (isAggregate(position()) && !isAggregate(measure())) {
+      throw error(positionName(), oneOfKind() + " cannot sum up its positions; sum up "
+          + measureName() + " instead.");
+    }
     if (isAggregate(position())) {
-      throw error(positionName(), "x and y are both summed up; one of them must be a plain "
-          + "column.");
+      throw error(positionName(),
+          "x and y are both summed up; one of them must be a plain column.");
     }
     if (kind == ElementKind.LINE || kind == ElementKind.PIE || kind == ElementKind.BAR
         || kind == ElementKind.AREA) {

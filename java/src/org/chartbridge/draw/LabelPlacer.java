@@ -14,6 +14,8 @@ import java.util.List;
  */
 final class LabelPlacer {
   private static final int MOST = 2000;
+  /** Where so many labels do not fit, more would not either, and trying takes long. */
+  private static final int MOST_TRIES = 10_000;
 
   private record Placed(String text, Rectangle2D box, Color color) {}
 
@@ -23,6 +25,7 @@ final class LabelPlacer {
   private final Rectangle2D area;
   private final double gap;
   private final List<Placed> placed = new ArrayList<>();
+  private int tries;
   private final List<Rectangle2D> obstacles = new ArrayList<>();
 
   LabelPlacer(Plan plan, Rectangle2D area) {
@@ -96,7 +99,7 @@ final class LabelPlacer {
   }
 
   private boolean place(String text, Rectangle2D box, Color ink) {
-    if (text.isBlank() || placed.size() >= MOST || !area.contains(box)) {
+    if (text.isBlank() || placed.size() >= MOST || tries++ > MOST_TRIES || !area.contains(box)) {
       return false;
     }
     for (Placed other : placed) {

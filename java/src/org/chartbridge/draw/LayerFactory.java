@@ -118,7 +118,9 @@ final class LayerFactory {
           "equal bins have no equal widths on a log scale; use scale linear.");
     }
     Integer given = element.element.bins();
-    Bins bins = given == null ? Bins.fitting(values) : Bins.given(values, given);
+    boolean times = source.positionAxis().kind == ScaleKind.TIME;
+    Bins fitting = times ? Bins.fittingTimes(values) : Bins.fitting(values);
+    Bins bins = given == null ? fitting : Bins.given(values, given);
     DoubleUnaryOperator key = value -> {
       int bin = Double.isNaN(value) ? -1 : bins.of(value);
       return bin < 0 ? Double.NaN : (bins.lower(bin) + bins.upper(bin)) / 2;

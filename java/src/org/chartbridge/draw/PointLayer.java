@@ -154,6 +154,9 @@ final class PointLayer extends Layer {
   }
 
   private Shape outline(Frame frame, Group group) {
+    if (shape(group) == 0) {
+      return circle(frame.px(group.x), frame.py(group.y), diameter(group));
+    }
     return AffineTransform.getTranslateInstance(frame.px(group.x), frame.py(group.y))
         .createTransformedShape(Inks.marker(shape(group), diameter(group)));
   }
@@ -183,9 +186,7 @@ final class PointLayer extends Layer {
       if (!frame.shows(x, y)) {
         continue;
       }
-      Shape area = inks.shape(Math.max(0, ink(group))) == 0
-          ? circle(x, y, diameter(group)) : outline(frame, group);
-      marks.add(mark(area, values(group)));
+      marks.add(mark(outline(frame, group), values(group)));
     }
   }
 

@@ -227,6 +227,19 @@ class ErrorsTest {
   }
 
   @Test
+  void positionsThatAreSummedUp() {
+    fails("Element 1 (line), x: a line cannot sum up its positions; sum up y instead.",
+        chart().add(LINE, "mean(n)", "n", null));
+  }
+
+  @Test
+  void limitsOfTimesAreDates() {
+    fails("Axis x: min 1970 Feb 1 00:00 leaves no data in sight; the values run from 1970 Jan 1 00:00 to "
+        + "1970 Jan 3 00:00.",
+        chart().x(ChartMaker.limits(31 * 86_400_000.0, null)).add(POINT, "t", "n", null));
+  }
+
+  @Test
   void scalesThatDoNotFit() {
     fails(
         "Element 1 (point), x: column \"c\" holds categories, which do not fit the axis' scale "

@@ -109,6 +109,17 @@ class StatisticsTest {
   }
 
   @Test
+  void binsOfTimesAreWholeDaysOrHours() {
+    double day = 86_400_000;
+    double[] days = ChartCases.doubles(365, i -> (19_000 + i) * day);
+    Bins bins = Bins.fittingTimes(days);
+    assertEquals(0, bins.width() % day);
+    assertEquals(0, bins.start() % day);
+    double[] hours = ChartCases.doubles(100, i -> 19_000 * day + i * 3_600_000.0);
+    assertEquals(0, Bins.fittingTimes(hours).width() % 3_600_000);
+  }
+
+  @Test
   void binsOfEqualValues() {
     Bins bins = Bins.fitting(new double[] {3, 3, 3});
     assertEquals(1, bins.count());
