@@ -2,9 +2,10 @@
 // Does one thing with the reference host in a process of its own: host_probe <case> [argument]
 #include <dlfcn.h>
 #include <signal.h>
+#include <time.h>
 
+#include <algorithm>
 #include <atomic>
-#include <chrono>
 #include <cstdlib>
 #include <map>
 #include <set>
@@ -169,14 +170,26 @@ void AttachManyThreads(const std::string&) {
   Show("different", static_cast<long long>(std::set<JNIEnv*>(envs.begin(), envs.end()).size()));
 }
 
+double ThreadNanoseconds() {
+  timespec time{};
+  clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+  return static_cast<double>(time.tv_sec) * 1e9 + static_cast<double>(time.tv_nsec);
+}
+
+// The processor time of the best of many loops, so that a busy machine does not matter. Some 5 ns
+// are usual; attaching a thread for the first time takes tens of thousands.
 void AttachAgainIsCheap(const std::string&) {
   Start(Quiet());
-  constexpr int kCalls = 1000000;
+  constexpr int kLoops = 100;
+  constexpr int kCalls = 1000;
+  double best = 1e9;
   JNIEnv* env = nullptr;
-  const auto begin = std::chrono::steady_clock::now();
-  for (int i = 0; i < kCalls; ++i) Jvm().AttachCurrentThread(&env);
-  const std::chrono::duration<double, std::nano> time = std::chrono::steady_clock::now() - begin;
-  Show("cheap", time.count() / kCalls < 200);
+  for (int loop = 0; loop < kLoops; ++loop) {
+    const double begin = ThreadNanoseconds();
+    for (int i = 0; i < kCalls; ++i) Jvm().AttachCurrentThread(&env);
+    best = std::min(best, (ThreadNanoseconds() - begin) / kCalls);
+  }
+  Show("cheap", best < 500);
 }
 
 // An object that a thread made works for others as long as the thread is attached, even after it
