@@ -346,7 +346,7 @@ final class AxisData {
     boolean atLow = extent.baseline() && min == 0 || extent.edges();
     boolean atHigh = extent.baseline() && max == 0 || extent.edges();
     boolean round = step > 0 && (!horizontal || extent.baseline()) && !extent.edges();
-    double free = round ? 0.01 : 0.04;
+    double free = round && !extent.baseline() ? 0 : 0.04;
     double pad = extent.margin() ? free : extent.baseline() ? 0 : free / 2;
     double low = atLow ? min : min - pad * span;
     double high = atHigh ? max : max + pad * span;

@@ -24,6 +24,8 @@ final class PieDrawing {
   /** A slice with its angles, clockwise from the top, in degrees. */
   record Slice(Group group, int color, double from, double sweep, double share) {}
 
+  /** An en space: viewers of SVG would draw two plain spaces as one. */
+  private static final String NAME_GAP = "\u2002";
   private static final double LEAD = 20;
   private static final double LEAST_INSIDE = 14;
   private static final int MOST_SLICES = 100;
@@ -122,7 +124,7 @@ final class PieDrawing {
   private double sideRoom(int panel, double width) {
     double widest = 0;
     for (Slice slice : pies.get(panel)) {
-      String text = name(slice) + "  " + plan.formats.shareLabel(slice.share);
+      String text = name(slice) + NAME_GAP + plan.formats.shareLabel(slice.share);
       widest = Math.max(widest, plan.type.width(text, plan.type.legend));
     }
     double lead = LEAD * plan.type.factor;
@@ -217,7 +219,7 @@ final class PieDrawing {
     List<Name> names = new ArrayList<>();
     for (Slice slice : slices) {
       String share = plan.formats.shareLabel(slice.share);
-      String oneLine = name(slice) + "  " + share;
+      String oneLine = name(slice) + NAME_GAP + share;
       List<String> lines = new ArrayList<>();
       if (plan.type.width(oneLine, font) <= room) {
         lines.add(oneLine);

@@ -234,8 +234,8 @@ class ErrorsTest {
 
   @Test
   void limitsOfTimesAreDates() {
-    fails("Axis x: min 1970 Feb 1 00:00 leaves no data in sight; the values run from 1970 Jan 1 00:00 to "
-        + "1970 Jan 3 00:00.",
+    fails("Axis x: min 1970 Feb 1 00:00 leaves no data in sight; the values run from "
+        + "1970 Jan 1 00:00 to 1970 Jan 3 00:00.",
         chart().x(ChartMaker.limits(31 * 86_400_000.0, null)).add(POINT, "t", "n", null));
   }
 
