@@ -26,14 +26,17 @@ import org.chartbridge.image.PictureEncoder;
  *
  * <ul>
  *   <li>{@code chart}: chart XML, current or older, or graph language.
- *   <li>{@code data}: CSV in UTF-8. A direct buffer is the host's own memory; it is read during the
- * call only and never copied as a whole. <li>{@code imageType}: 1 JPEG, 2 PNG, 3 BMP, 4 GIF, 5 SVG,
- * 6 PDF, 7 image map. <li>{@code size}: in percent of the chart's own size, more than 0 and at most
- * 10000. <li>{@code language}: a BCP 47 tag such as {@code de} or {@code pt-BR} for numbers and
- * dates; null or empty for neutral ones. <li>{@code texts}: a properties file in UTF-8 whose
- * entries replace texts of the chart; null or empty for none. <li>{@code style}: the name of a
- * built-in style; null or empty for the one that the chart names. <li>{@code styleDocument}: a
- * style document that changes single settings of that style; null or empty for none.
+ *   <li>{@code data}: CSV in UTF-8. A direct buffer is the host's own memory; it is read during
+ *       the call only and never copied as a whole.
+ *   <li>{@code imageType}: 1 JPEG, 2 PNG, 3 BMP, 4 GIF, 5 SVG, 6 PDF, 7 image map.
+ *   <li>{@code size}: in percent of the chart's own size, more than 0 and at most 10000.
+ *   <li>{@code language}: a BCP 47 tag such as {@code de} or {@code pt-BR} for numbers and dates;
+ *       null or empty for neutral ones.
+ *   <li>{@code texts}: a properties file in UTF-8 whose entries replace texts of the chart; null or
+ *       empty for none.
+ *   <li>{@code style}: the name of a built-in style; null or empty for the one that the chart names.
+ *   <li>{@code styleDocument}: a style document that changes single settings of that style; null or
+ *       empty for none.
  * </ul>
  *
  * <p>Every failure is a {@link ChartException} with a message for the person who asked for the

@@ -234,7 +234,7 @@ class CsvReaderTest {
         new ColumnDeclaration("m", ColumnKind.TIME, null, "MM/uuuu", List.of());
     assertEquals("1999-12-01", read("m\n12/1999\n", month).column("m").text(0));
     ColumnDeclaration moment =
-        new ColumnDeclaration("t", ColumnKind.TIME, null, "dd.MM.uuuu HH:mm XXX", List.of());
+        new ColumnDeclaration("t", ColumnKind.TIME, null, "dd.MM.uuuu HH:mm xxx", List.of());
     assertEquals(
         "2024-01-31 22:30", read("t\n01.02.2024 00:30 +02:00\n", moment).column("t").text(0));
     ColumnDeclaration clock = new ColumnDeclaration("t", ColumnKind.TIME, null, "HH:mm", List.of());
