@@ -34,8 +34,6 @@ public record Ensemble(String name, String method, String target, List<Segment> 
       case "weightedAverage" -> "weighted average";
       case "weightedMedian" -> "weighted median";
       case "weightedSum" -> "weighted sum";
-      case "selectFirst" -> "first that applies";
-      case "selectAll" -> "all that apply";
       case "modelChain" -> "chain";
       case "x-weightedSum" -> "weighted sum";
       default -> method;

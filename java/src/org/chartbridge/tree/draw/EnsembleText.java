@@ -15,7 +15,12 @@ final class EnsembleText {
   /** How the members of an ensemble work together, for example {@code majority vote of 25 models}. */
   static String joining(Ensemble ensemble) {
     int size = ensemble.segments().size();
-    return ensemble.methodLabel() + " of " + size + (size == 1 ? " model" : " models");
+    String models = " of " + size + (size == 1 ? " model" : " models");
+    return switch (ensemble.method()) {
+      case "selectFirst" -> "the first" + models + " that applies";
+      case "selectAll" -> "all" + models + " that apply";
+      default -> ensemble.methodLabel() + models;
+    };
   }
 
   /** Where a tree stands in its model: one line for each ensemble around it, the outermost first. */
@@ -48,7 +53,7 @@ final class EnsembleText {
 
   private static String line(Ensemble ensemble, Ensemble.Segment segment, int number,
       TreeModel tree, NumberText numbers) {
-    StringBuilder text = new StringBuilder("Part " + number + " of a " + joining(ensemble));
+    StringBuilder text = new StringBuilder("Part " + number + ", " + joining(ensemble));
     if (segment.weight() != 1) {
       text.append(", weight ").append(numbers.number(segment.weight()));
     }

@@ -377,7 +377,7 @@ class TreePictureTest {
   void ensemblesShowMethodWeightsAndConditions() {
     TreeDocument nested = PmmlReader.read(Models.odd("nested-segments"));
     List<String> overview = texts(shown(nested, TreeDisplay.DEFAULT));
-    for (String text : List.of("price", "Ensemble of 3 trees \u00B7 first that applies of 3 models",
+    for (String text : List.of("price", "Ensemble of 3 trees \u00B7 the first of 3 models that applies",
         "Part 1: price",
         "weighted average of 2 models \u00B7 weight 2 \u00B7 when region =\u00A0north",
         "weight 0.25", "weight 0.75", "RegressionModel, no", "on a condition")) {
@@ -385,8 +385,8 @@ class TreePictureTest {
     }
     List<String> first = texts(shown(nested, TreeDisplay.DEFAULT.withTree(1)));
     for (String text : List.of(
-        "Part 1 of a first that applies of 3 models, weight 2, used when region =\u00A0north",
-        "Part 1 of a weighted average of 2 models, weight 0.25")) {
+        "Part 1, the first of 3 models that applies, weight 2, used when region =\u00A0north",
+        "Part 1, weighted average of 2 models, weight 0.25")) {
       assertTrue(first.contains(text), text + " in " + first);
     }
   }
