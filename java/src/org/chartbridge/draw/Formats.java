@@ -32,27 +32,43 @@ final class Formats {
   private final Locale locale;
   private final NumberFormat number;
   private final NumberFormat percent;
-  private final DateTimeFormatter date;
-  private final DateTimeFormatter dateTime;
-  private final DateTimeFormatter dayAndMonth;
-  private final DateTimeFormatter month;
-  private final DateTimeFormatter year;
-  private final DateTimeFormatter shortTime;
-  private final DateTimeFormatter mediumTime;
+  /** Made when the first time is written: the locale's date texts take long to load. */
+  private TimeFormats times;
+
+  /** The date and time formats of a locale. */
+  private static final class TimeFormats {
+    final DateTimeFormatter date;
+    final DateTimeFormatter dateTime;
+    final DateTimeFormatter dayAndMonth;
+    final DateTimeFormatter month;
+    final DateTimeFormatter year;
+    final DateTimeFormatter shortTime;
+    final DateTimeFormatter mediumTime;
+
+    TimeFormats(Locale locale) {
+      date = DateTimeFormatter.ofLocalizedDate(FormatStyle.MEDIUM).withLocale(locale);
+      dateTime = DateTimeFormatter.ofLocalizedDateTime(FormatStyle.MEDIUM, FormatStyle.SHORT)
+          .withLocale(locale);
+      dayAndMonth = DateTimeFormatter.ofPattern(dayAndMonthPattern(locale), locale);
+      month = DateTimeFormatter.ofPattern("LLL", locale);
+      year = DateTimeFormatter.ofPattern("u", locale);
+      shortTime = DateTimeFormatter.ofLocalizedTime(FormatStyle.SHORT).withLocale(locale);
+      mediumTime = DateTimeFormatter.ofLocalizedTime(FormatStyle.MEDIUM).withLocale(locale);
+    }
+  }
 
   Formats(Locale locale) {
     this.locale = locale;
     number = NumberFormat.getNumberInstance(locale);
     number.setMaximumFractionDigits(15);
     percent = NumberFormat.getPercentInstance(locale);
-    date = DateTimeFormatter.ofLocalizedDate(FormatStyle.MEDIUM).withLocale(locale);
-    dateTime = DateTimeFormatter.ofLocalizedDateTime(FormatStyle.MEDIUM, FormatStyle.SHORT)
-        .withLocale(locale);
-    dayAndMonth = DateTimeFormatter.ofPattern(dayAndMonthPattern(locale), locale);
-    month = DateTimeFormatter.ofPattern("LLL", locale);
-    year = DateTimeFormatter.ofPattern("u", locale);
-    shortTime = DateTimeFormatter.ofLocalizedTime(FormatStyle.SHORT).withLocale(locale);
-    mediumTime = DateTimeFormatter.ofLocalizedTime(FormatStyle.MEDIUM).withLocale(locale);
+  }
+
+  private TimeFormats times() {
+    if (times == null) {
+      times = new TimeFormats(locale);
+    }
+    return times;
   }
 
   private static String dayAndMonthPattern(Locale locale) {
@@ -135,31 +151,31 @@ final class Formats {
 
   /** A point in time. */
   String time(double millis, boolean dateOnly) {
-    return (dateOnly ? date : dateTime).format(at(millis));
+    return (dateOnly ? times().date : times().dateTime).format(at(millis));
   }
 
   String dayAndMonth(double millis) {
-    return dayAndMonth.format(at(millis));
+    return times().dayAndMonth.format(at(millis));
   }
 
   String date(double millis) {
-    return date.format(at(millis));
+    return times().date.format(at(millis));
   }
 
   String month(double millis) {
-    return month.format(at(millis));
+    return times().month.format(at(millis));
   }
 
   String year(double millis) {
-    return year.format(at(millis));
+    return times().year.format(at(millis));
   }
 
   String clock(double millis, boolean seconds) {
-    return (seconds ? mediumTime : shortTime).format(at(millis));
+    return (seconds ? times().mediumTime : times().shortTime).format(at(millis));
   }
 
   String clockWithMillis(double millis) {
-    return mediumTime.format(at(millis))
+    return times().mediumTime.format(at(millis))
         + DecimalFormatSymbols.getInstance(locale).getDecimalSeparator()
         + String.format(Locale.ROOT, "%03d", Math.floorMod((long) Math.floor(millis), 1000L));
   }
