@@ -6,10 +6,6 @@
 #   lib/                         the library, the reference host and the guard
 #   lib/cmake/chartbridge/       find_package(chartbridge)
 #   share/chartbridge/           the Java classes and their class-data-sharing archive
-if(NOT TARGET chartbridge_app)
-  return()
-endif()
-
 include(CMakePackageConfigHelpers)
 
 set(chartbridge_public_headers
@@ -19,11 +15,14 @@ set(chartbridge_public_headers
   bridge/UnicodeConverter.h
   chart/ViZEditor.h
   convert/VizConverter.h
+  convert/graphBoardConverter.h
+  export/ExAccessor.h
   guard/jniguard.h
   host/DebugOutput.h
   host/JvmSettings.h
   host/JvmThreads.h
   host/LocalFrame.h
+  json/jsonEditor.h
   platform/ChartBase.h
   platform/ChartTransformer.h
   platform/CriticalSection.h

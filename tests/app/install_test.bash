@@ -27,7 +27,7 @@ expect_png() {
   { cat "$work/install.log"; fail "cmake --install"; }
 
 echo "-- the public headers, and no others"
-(cd "$work/first/include/chartbridge" && find . -type f | sort) >"$work/headers"
+(cd "$work/first/include/chartbridge" && find . -type f | LC_ALL=C sort) >"$work/headers"
 diff "$work/headers" - <<'HEADERS' || fail "the installed headers are not the public ones"
 ./bridge/Export.h
 ./bridge/JAccessor.h
@@ -35,11 +35,14 @@ diff "$work/headers" - <<'HEADERS' || fail "the installed headers are not the pu
 ./bridge/UnicodeConverter.h
 ./chart/ViZEditor.h
 ./convert/VizConverter.h
+./convert/graphBoardConverter.h
+./export/ExAccessor.h
 ./guard/jniguard.h
 ./host/DebugOutput.h
 ./host/JvmSettings.h
 ./host/JvmThreads.h
 ./host/LocalFrame.h
+./json/jsonEditor.h
 ./platform/ChartBase.h
 ./platform/ChartTransformer.h
 ./platform/CriticalSection.h
@@ -84,6 +87,14 @@ expect_png "$work/host.png"
 cmp "$work/titanic.png" "$work/host.png" || fail "the host draws something else"
 lines="$(wc -l <"$source_dir/examples/host/chart_host.cpp")"
 [[ "$lines" -le 40 ]] || fail "the example host has $lines lines"
+
+echo "-- each header by itself"
+jni_include="$(sed -n -E 's/^chartbridge_JNI_INCLUDE_DIR:PATH=(.*)/\1/p' "$work/host/CMakeCache.txt")"
+while read -r header; do
+  echo "#include \"${header#./}\"" | "$compiler" -std=c++17 -fsyntax-only -Wall -Wextra -Wpedantic \
+    -Wshadow -Wconversion -Werror -I "$work/moved/include/chartbridge" -I "$jni_include" \
+    -I "$jni_include/linux" -x c++ - || fail "$header cannot be included by itself"
+done <"$work/headers"
 
 echo "-- a host without a chart says so"
 status=0
