@@ -86,10 +86,6 @@ final class Formats {
     }
   }
 
-  Locale locale() {
-    return locale;
-  }
-
   /** A number as people write it in a sentence: no exponent, no trailing zeros, a decimal point. */
   static String plain(double value) {
     if (Double.isNaN(value) || Double.isInfinite(value)) {

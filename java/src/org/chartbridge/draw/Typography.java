@@ -4,7 +4,6 @@ package org.chartbridge.draw;
 import java.awt.Font;
 import java.awt.Graphics2D;
 import java.awt.font.FontRenderContext;
-import java.awt.font.LineMetrics;
 import java.util.ArrayList;
 import java.util.HashMap;
 import java.util.List;
@@ -30,7 +29,6 @@ final class Typography {
   final Font label;
   final Font caption;
   private final Map<Font, Map<String, Double>> widths = new HashMap<>();
-  private final Map<Font, LineMetrics> metrics = new HashMap<>();
 
   /**
    * @param width picture width at 100 percent
@@ -96,17 +94,9 @@ final class Typography {
     return lines * lineHeight(font);
   }
 
-  double ascent(Font font) {
-    return metrics(font).getAscent();
-  }
-
   /** How far capitals reach above the baseline. */
   double capHeight(Font font) {
     return font.getSize2D() * 0.72;
-  }
-
-  private LineMetrics metrics(Font font) {
-    return metrics.computeIfAbsent(font, key -> key.getLineMetrics("Hg", CONTEXT));
   }
 
   /** Baseline of a line whose box starts at {@code top}. */
