@@ -32,7 +32,7 @@ class ConverterSession {
                                  const std::string& message) {
   const auto failure = JavaFailure::First(dumps.NewRecords());
   const std::string stack = failure ? failure->Stack() : "";
-  if (!message.empty()) throw Failure(name + ": " + OnOneLine(ToNativeText(message)), stack);
+  if (!message.empty()) throw Failure(name + ": " + OnOneLine(message), stack);
   if (failure) throw Failure(name + ": " + failure->Reason(), stack);
   throw Failure(name + ": " + dumps.WhyEmpty());
 }
