@@ -23,7 +23,7 @@ class DumpFolder {
   DumpFolder(const DumpFolder&) = delete;
   DumpFolder& operator=(const DumpFolder&) = delete;
 
-  /// What was added to the dump files since the construction, in the user's encoding; empty when
+  /// What was added to the dump files since the construction, in UTF-8; empty when
   /// nothing was.
   std::string NewRecords() const;
 

@@ -11,7 +11,7 @@ namespace chartbridge {
 /// Why the command cannot go on. It ends with exit code 1 and `what()` on one line.
 class Failure : public std::runtime_error {
  public:
-  /// @param reason one line in the user's encoding, with the file that it is about in front
+  /// @param reason one line in UTF-8, with the file that it is about in front
   /// @param details what `--verbose` adds, such as a Java stack trace; may have several lines
   explicit Failure(const std::string& reason, std::string details = "")
       : std::runtime_error(reason), _details(std::move(details)) {}

@@ -16,7 +16,7 @@ class InputFile {
  public:
   /// Opens and maps or reads it. Throws `Failure` with the name and the system's reason.
   ///
-  /// @param path a path in the user's encoding; "-" is standard input
+  /// @param path a path in UTF-8; "-" is standard input
   explicit InputFile(const std::string& path);
   ~InputFile();
 

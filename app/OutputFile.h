@@ -14,7 +14,7 @@ class OutputFile {
   /// Throws `Failure` when the folder does not exist or may not be written to, when the path is a
   /// folder, and when binary output would go to a terminal.
   ///
-  /// @param path a path in the user's encoding; "-" is standard output
+  /// @param path a path in UTF-8; "-" is standard output
   /// @param binary whether the result is something that a terminal cannot show
   OutputFile(const std::string& path, bool binary);
 
