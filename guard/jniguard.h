@@ -3,7 +3,7 @@
 #define GUARD_JNIGUARD_H_
 
 #include <jni.h>
-#include <stddef.h>
+#include <stddef.h> /* NOLINT(modernize-deprecated-headers): this header is for C, too */
 
 /**
  * The guard stands between native code and the JVM and turns wrong JNI calls, which end the process

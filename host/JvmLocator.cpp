@@ -45,7 +45,7 @@ bool TryHome(JvmLocation& location, const std::string& place, const fs::path& ho
 std::string JavaOnPath() {
   std::istringstream path(Environment("PATH"));
   for (std::string folder; std::getline(path, folder, ':');) {
-    const std::string command = (fs::path(folder.empty() ? "." : folder) / "java").string();
+    std::string command = (fs::path(folder.empty() ? "." : folder) / "java").string();
     if (access(command.c_str(), X_OK) == 0) return command;
   }
   return {};

@@ -155,9 +155,9 @@ TEST(JvmOptions, JoinsClassPaths) {
 }
 
 TEST(JvmOptions, ReadsQuotedOptions) {
-  const Environment environment{
-      {"TESK_JVM_OPTIONS",
-       R"( -Dprobe.a='x "y" \z'	-Dprobe.b="p \"q\" \r '" -Dprobe.c=\'m\ n )"}};
+  const std::string options =
+      " -Dprobe.a='x \"y\" \\z'\t-Dprobe.b=\"p \\\"q\\\" \\r '\" -Dprobe.c=\\'m\\ n ";
+  const Environment environment{{"TESK_JVM_OPTIONS", options}};
   Expect(Probe({"ShowProperty", "probe.a"}, environment), "started=1\nprobe.a=x \"y\" \\z\n");
   Expect(Probe({"ShowProperty", "probe.b"}, environment), "started=1\nprobe.b=p \"q\" \\r '\n");
   Expect(Probe({"ShowProperty", "probe.c"}, environment), "started=1\nprobe.c='m n\n");

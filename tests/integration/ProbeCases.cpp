@@ -3,12 +3,7 @@
 
 #include <malloc.h>
 
-#include <chrono>
-#include <condition_variable>
-#include <cstdarg>
 #include <cstdio>
-#include <limits>
-#include <mutex>
 #include <thread>
 #include <vector>
 
