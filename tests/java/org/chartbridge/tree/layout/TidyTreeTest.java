@@ -80,6 +80,20 @@ class TidyTreeTest {
   }
 
   @Test
+  void whatStandsLeftOfTheLargeSubtreesIsNotPushedAway() {
+    // Children 2 and 4 have five children each; 1 and 3 have none.
+    List<Integer> parents = new ArrayList<>(List.of(-1, 0, 0, 0, 0));
+    for (int i = 0; i < 10; i++) {
+      parents.add(i < 5 ? 2 : 4);
+    }
+    int[] parent = parents.stream().mapToInt(Integer::intValue).toArray();
+    double[] at = place(parent, same(parent.length, 10));
+    assertEquals(13, at[2] - at[1], EXACT);
+    assertEquals(69, at[4] - at[2], EXACT);
+    assertEquals((at[2] + at[4]) / 2, at[3], EXACT);
+  }
+
+  @Test
   void randomTreesKeepTheRules() {
     for (int seed = 0; seed < 1500; seed++) {
       Random random = new Random(seed);
