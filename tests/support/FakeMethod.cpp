@@ -8,6 +8,17 @@
 #include "tests/support/KitScope.h"
 
 namespace chartbridge::testing {
+namespace {
+
+bool IsLost(const FakeArgument& argument) {
+  if (argument.type != 'L') return false;
+  if (argument.value.l == nullptr) return true;
+  const FakeObject* object = ObjectOf(argument.value.l);
+  if (object->kind != FakeObject::Kind::kBytes || object->bytes.empty()) return false;
+  return object->bytes.find_first_not_of('\0') == std::string::npos;
+}
+
+}  // namespace
 
 FakeMethod::FakeMethod(std::string name, std::string signature, bool is_static)
     : _name(std::move(name)), _signature(std::move(signature)), _static(is_static) {}
@@ -45,6 +56,11 @@ FakeMethod& FakeMethod::Does(Body body) {
   return *this;
 }
 
+FakeMethod& FakeMethod::RefusesLostArguments() {
+  _refuses_lost = true;
+  return *this;
+}
+
 std::string FakeMethod::ParameterTypes() const {
   std::string types;
   for (std::size_t i = 1; i < _signature.size() && _signature[i] != ')'; ++i) {
@@ -60,6 +76,11 @@ jvalue FakeMethod::Call(const FakeCall& call) const {
   if (_action) {
     const OutsideKit outside;
     _action();
+  }
+  for (const FakeArgument& argument : call.arguments) {
+    if (!_refuses_lost || !IsLost(argument)) continue;
+    call.jvm.ThrowNew(call.env, "java/lang/IllegalArgumentException", _name);
+    return jvalue{};
   }
   return _body ? _body(call) : jvalue{};
 }

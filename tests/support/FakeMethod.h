@@ -41,6 +41,9 @@ class FakeMethod {
   /// Then does what was scripted.
   FakeMethod& Runs(std::function<void()> action);
   FakeMethod& Does(Body body);
+  /// From now on an argument that is null or holds nothing but zero bytes, as one that was lost on
+  /// its way, leaves an IllegalArgumentException pending.
+  FakeMethod& RefusesLostArguments();
 
   const std::string& Name() const { return _name; }
   const std::string& Signature() const { return _signature; }
@@ -56,6 +59,7 @@ class FakeMethod {
   std::string _name;
   std::string _signature;
   bool _static;
+  bool _refuses_lost = false;
   Body _body;
   std::function<void()> _action;
 };

@@ -3,6 +3,7 @@
 #define TESTS_SUPPORT_TREEOPERATIONS_H_
 
 #include <functional>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -38,6 +39,9 @@ struct TreeOperation {
   /// The JNI function that calls the Java method.
   std::string CallFunction() const;
 };
+
+/// How GoogleTest prints an operation.
+inline void PrintTo(const TreeOperation& operation, std::ostream* out) { *out << operation.name; }
 
 /// All operations of `TreeEditor` that call the Java method of one binding.
 const std::vector<TreeOperation>& TreeOperations();
