@@ -19,10 +19,9 @@ namespace {
 JvmSettings SettingsFor(const JavaOptions& options) {
   JvmSettings settings;
   settings.guard = options.guard;
-  // One picture does not pay for the optimising compiler or for collector threads, and nothing is
-  // drawn on the screen.
-  settings.options = {"-XX:TieredStopAtLevel=1", "-XX:+UseSerialGC", "-XX:-UsePerfData",
-                      "-Djava.awt.headless=true"};
+  // One picture does not pay for the optimising compiler or for collector threads.
+  settings.options = {"-XX:TieredStopAtLevel=1", "-XX:+UseSerialGC", "-XX:-UsePerfData"};
+  if (!options.screen) settings.options.emplace_back("-Djava.awt.headless=true");
 
   if (!options.classPath.empty()) {
     std::istringstream entries(options.classPath);

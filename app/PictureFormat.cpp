@@ -5,6 +5,9 @@
 #include <cctype>
 #include <filesystem>
 
+#include "app/Failure.h"
+#include "app/InputFile.h"
+
 namespace chartbridge {
 
 namespace {
@@ -36,6 +39,23 @@ std::optional<ViZEditor::IMAGE_TYPE> FormatOfPath(const std::string& path) {
   const std::string ending = std::filesystem::path(path).extension().string();
   if (ending.empty()) return std::nullopt;
   return FormatOfName(ending.substr(1));
+}
+
+ViZEditor::IMAGE_TYPE FormatOfOption(const std::string& type) {
+  const auto named = FormatOfName(type);
+  if (!named) throw UsageError("--type: " + type + " is none of " + FormatNames());
+  return *named;
+}
+
+ViZEditor::IMAGE_TYPE FormatOfOutput(const std::string& output, const std::string& type) {
+  if (!type.empty()) return FormatOfOption(type);
+  if (IsStandardStream(output)) return ViZEditor::IMAGE_PNG;
+  const auto byEnding = FormatOfPath(output);
+  if (!byEnding) {
+    throw UsageError(output + ": the ending is none of " + FormatNames() +
+                     "; name the format with --type");
+  }
+  return *byEnding;
 }
 
 std::string FormatNames() {

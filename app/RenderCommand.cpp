@@ -11,6 +11,7 @@
 #include "app/JavaFailure.h"
 #include "app/OutputFile.h"
 #include "app/PictureFormat.h"
+#include "app/StandardInput.h"
 #include "host/LocalFrame.h"
 
 namespace chartbridge {
@@ -99,11 +100,7 @@ void RenderCommand::Run() {
 }
 
 void RenderCommand::CheckUsage() const {
-  int standardInputs = 0;
-  for (const std::string* path : {&_chart, &_data, &_textsFile, &_styleFile}) {
-    if (IsStandardStream(*path)) ++standardInputs;
-  }
-  if (standardInputs > 1) throw UsageError("only one of the inputs can be standard input");
+  CheckStandardInput({_chart, _data, _textsFile, _styleFile});
   if (!(_size > 0 && _size <= 10000)) {
     throw UsageError("--size: must be more than 0 and at most 10000 percent");
   }
@@ -119,18 +116,7 @@ ViZEditor::IMAGE_TYPE RenderCommand::Format() const {
     }
     return ViZEditor::IMAGE_MAP;
   }
-  if (!_type.empty()) {
-    const auto named = FormatOfName(_type);
-    if (!named) throw UsageError("--type: " + _type + " is none of " + FormatNames());
-    return *named;
-  }
-  if (IsStandardStream(_output)) return ViZEditor::IMAGE_PNG;
-  const auto byEnding = FormatOfPath(_output);
-  if (!byEnding) {
-    throw UsageError(_output + ": the ending is none of " + FormatNames() +
-                     "; name the format with --type");
-  }
-  return *byEnding;
+  return FormatOfOutput(_output, _type);
 }
 
 void RenderCommand::Render(const InputFile& chart, const InputFile& data,

@@ -9,12 +9,14 @@
 #include "app/Failure.h"
 #include "app/NativeText.h"
 #include "app/RenderCommand.h"
+#include "app/TreeCommand.h"
 
 namespace {
 
 using chartbridge::ConvertCommand;
 using chartbridge::Failure;
 using chartbridge::RenderCommand;
+using chartbridge::TreeCommand;
 using chartbridge::UsageError;
 
 constexpr int kDone = 0;
@@ -50,7 +52,7 @@ int Run(Command& command) {
 }
 
 int RunCommandLine(int argc, char** argv) {
-  CLI::App app("Draws charts from a chart description and a data file.", "chartbridge");
+  CLI::App app("Draws charts and decision trees.", "chartbridge");
   app.set_version_flag("--version", "chartbridge " CHARTBRIDGE_VERSION, "Print the version");
   app.set_help_flag("-h,--help", "Print this help");
   app.require_subcommand(1);
@@ -60,12 +62,15 @@ int RunCommandLine(int argc, char** argv) {
       "Examples:\n"
       "  chartbridge render sales.gpl --data sales.csv -o sales.png\n"
       "  chartbridge convert gpl sales.gpl -o sales.xml\n"
+      "  chartbridge tree render iris.pmml -o iris.svg\n"
       "  chartbridge render --help");
   RenderCommand render(app);
   ConvertCommand convert(app);
+  TreeCommand tree(app);
   try {
     app.parse(argc, argv);
-    return render.IsChosen() ? Run(render) : Run(convert);
+    if (render.IsChosen()) return Run(render);
+    return tree.IsChosen() ? Run(tree) : Run(convert);
   } catch (const CLI::Success& answered) {
     return app.exit(answered);
   } catch (const CLI::ParseError& error) {

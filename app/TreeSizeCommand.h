@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef APP_TREESIZECOMMAND_H_
+#define APP_TREESIZECOMMAND_H_
+
+#include <CLI/CLI.hpp>
+
+#include "app/TreeOptions.h"
+
+namespace chartbridge {
+
+/// `chartbridge tree size`: how large the picture of a tree model is.
+class TreeSizeCommand {
+ public:
+  /// Adds the subcommand to `tree`. Both must live until the command line has been parsed and run.
+  explicit TreeSizeCommand(CLI::App& tree);
+
+  TreeSizeCommand(const TreeSizeCommand&) = delete;
+  TreeSizeCommand& operator=(const TreeSizeCommand&) = delete;
+
+  /// Whether the command line asks for this command.
+  bool IsChosen() const { return _command->parsed(); }
+  /// Does it. Throws `Failure` and `UsageError`.
+  void Run();
+  bool IsVerbose() const { return _options.java.verbose; }
+
+ private:
+  CLI::App* _command;
+  TreeOptions _options;
+};
+
+}  // namespace chartbridge
+
+#endif  // APP_TREESIZECOMMAND_H_
