@@ -127,6 +127,44 @@ class TreePictureTest {
     }
   }
 
+  @Test
+  void theRoomInWhichTheBranchesRunIsKeptFree() {
+    for (int seed = 0; seed < 30; seed++) {
+      TreeDocument document = Models.read(Models.random(seed, 80));
+      boolean turned = seed % 2 == 0;
+      TreeDisplay display = TreeDisplay.DEFAULT.withOrientation(turned);
+      for (TreeNode node : Models.all(document.tree(1).root())) {
+        boolean collapse = node.path().length() > 5 && node.id().endsWith("3");
+        display = collapse ? display.toggled(document.tree(1), node) : display;
+      }
+      SingleTreePicture picture = single(document, display);
+      assertTidy("seed " + seed, picture);
+      checkLevels("seed " + seed, picture.layout(), turned);
+    }
+  }
+
+  private static void checkLevels(String what, TreeLayout layout, boolean turned) {
+    Map<Integer, double[]> gaps = new TreeMap<>();
+    layout.nodes().forEach(
+        node -> gaps.put(node.level, new double[] {node.gapStart, node.gapEnd}));
+    for (TreeLayout.Placed node : layout.nodes()) {
+      List<Rectangle2D> areas = new ArrayList<>(List.of(node.boxArea()));
+      if (!node.box.label.isEmpty()) {
+        areas.add(node.labelArea());
+      }
+      if (node.box.hidden > 0) {
+        areas.add(node.badgeArea(turned));
+      }
+      double[] next = gaps.get(node.level + 1);
+      for (Rectangle2D area : areas) {
+        double from = turned ? area.getMinX() : area.getMinY();
+        double to = turned ? area.getMaxX() : area.getMaxY();
+        assertTrue(from >= gaps.get(node.level)[1], what + ": " + node.box.node.path());
+        assertTrue(next == null || to <= next[0] + 1, what + ": " + node.box.node.path());
+      }
+    }
+  }
+
   @ParameterizedTest
   @ValueSource(strings = {"top-down", "left-to-right"})
   void nothingOverlapsOrIsClippedInTheExamples(String orientation) {
