@@ -173,7 +173,7 @@ TEST_F(RenderFailureTest, UnknownStyle) {
 TEST_F(RenderFailureTest, BrokenStyleFile) {
   folder.Write("style.xml", "<style");
   ExpectOptionFailure({"--style-file", "style.xml"},
-                      "style.xml: The style document is not well-formed: line 1, column 7: XML "
+                      "style.xml: Style document: line 1, column 7: not well-formed XML: XML "
                       "document structures must start and end within the same entity.");
 }
 
