@@ -17,13 +17,15 @@ import org.chartbridge.tree.editor.Screen;
 import org.chartbridge.tree.editor.TreeWindow;
 
 /**
- * The interactive tree editor. The native tree editor makes one of these and calls it by name and signature.
+ * The interactive tree editor. The native tree editor makes one of these and calls it by name and
+ * signature.
  *
- * <p>Where there is a display the tree stands in a window, in which a click on a node collapses or opens it. Where there is none,
- * everything works the same without the window. Any thread may call any method; none waits for the window.
+ * <p>Where there is a display the tree stands in a window, in which a click on a node collapses or
+ * opens it. Where there is none, everything works the same without the window. Any thread may call
+ * any method; none waits for the window.
  *
- * <p>Documents and image types are those of {@link TreeImager}. Every failure is a {@link org.chartbridge.chart.ChartException}
- * with a message.
+ * <p>Documents and image types are those of {@link TreeImager}. Every failure is a {@link
+ * org.chartbridge.chart.ChartException} with a message.
  */
 public final class TreeEditor {
   static {
@@ -44,8 +46,8 @@ public final class TreeEditor {
   }
 
   /**
-   * Shows a model in the window, which is opened, moved or brought back as needed. The same documents again, while no rerendering
-   * is due, leave the tree as the user has it.
+   * Shows a model in the window, which is opened, moved or brought back as needed. The same
+   * documents again, while no rerendering is due, leave the tree as the user has it.
    *
    * @param x the left edge of the window on the screen, in pixels
    * @param y its upper edge
@@ -61,12 +63,18 @@ public final class TreeEditor {
     window.update();
   }
 
-  /** Whether what the host has from this editor is out of date: nothing was rendered yet, or something changed since. */
+  /**
+   * Whether what the host has from this editor is out of date: nothing was rendered yet, or
+   * something changed since.
+   */
   public boolean needsRerendering() {
     return state.needsRerendering();
   }
 
-  /** @param flag true to have the next {@link #renderPMMLToScreen} read its documents again even if they are the same */
+  /**
+   * @param flag true to have the next {@link #renderPMMLToScreen} read its documents again even if
+   * they are the same
+   */
   public void setNeedsRerendering(boolean flag) {
     state.setNeedsRerendering(flag);
   }
@@ -83,7 +91,10 @@ public final class TreeEditor {
     window.update();
   }
 
-  /** Hides the window. The tree stays as it is, and the next {@link #renderPMMLToScreen} brings it back. */
+  /**
+   * Hides the window. The tree stays as it is, and the next {@link #renderPMMLToScreen} brings it
+   * back.
+   */
   public void deActivate() {
     state.hide();
     window.update();
@@ -96,8 +107,8 @@ public final class TreeEditor {
   }
 
   /**
-   * Width and height of the picture in the window, in pixels at the screen's resolution; zeros before the first rendering and after
-   * the window was closed.
+   * Width and height of the picture in the window, in pixels at the screen's resolution; zeros
+   * before the first rendering and after the window was closed.
    */
   public long[] getSizeArray() {
     return state.size();
@@ -122,9 +133,11 @@ public final class TreeEditor {
   }
 
   /**
-   * Writes the picture of a model to a file, at the screen's resolution. It appears whole or not at all.
+   * Writes the picture of a model to a file, at the screen's resolution. It appears whole or not at
+   * all.
    *
-   * @param leftToRight true to draw the tree from left to right; false for what the display data say
+   * @param leftToRight true to draw the tree from left to right; false for what the display
+   *     data say
    * @return true: the file is there
    */
   public boolean renderToFile(

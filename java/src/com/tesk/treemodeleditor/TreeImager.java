@@ -16,23 +16,26 @@ import org.chartbridge.tree.draw.TreePictures;
 import org.chartbridge.tree.draw.TreeReader;
 
 /**
- * Renders tree models without a screen. The native tree editor makes one of these and calls it by name and signature.
+ * Renders tree models without a screen. The native tree editor makes one of these and calls it by
+ * name and signature.
  *
  * <p>What all methods share:
  *
  * <ul>
- *   <li>{@code model}: PMML 4.0 to 4.4 with a tree or an ensemble of trees, as XML or compressed with gzip.
+ *   <li>{@code model}: PMML 4.0 to 4.4 with a tree or an ensemble of trees, as XML or
+ *       compressed with gzip.
  *   <li>{@code display}: display data; null or empty for the defaults.
  *   <li>{@code imageType}: 1 JPEG, 2 PNG, 3 BMP, 4 GIF, 5 SVG, 6 PDF, 7 image map.
  *   <li>{@code percent}: the size in percent of the picture's own, more than 0 and at most 10000.
  * </ul>
  *
- * <p>Every failure is a {@link org.chartbridge.chart.ChartException} with a message for the person who asked for the picture. Any
- * thread may use an object of this class.
+ * <p>Every failure is a {@link org.chartbridge.chart.ChartException} with a message for the person
+ * who asked for the picture. Any thread may use an object of this class.
  */
 public final class TreeImager {
   static {
-    // Before the first class that looks for a display. A host that opens the tree editor's window has settled this earlier.
+    // Before the first class that looks for a display. A host that opens the tree editor's window
+    // has settled this earlier.
     if (System.getProperty("java.awt.headless") == null) {
       System.setProperty("java.awt.headless", "true");
     }
@@ -50,10 +53,12 @@ public final class TreeImager {
   }
 
   /**
-   * Writes a picture to a file, which appears whole or not at all. Type 7 writes the map's files too, with tooltips.
+   * Writes a picture to a file, which appears whole or not at all. Type 7 writes the map's files
+   * too, with tooltips.
    *
    * @param path the file; its folder must exist
-   * @param leftToRight true to draw the tree from left to right; false for what the display data say
+   * @param leftToRight true to draw the tree from left to right; false for what the display
+   *     data say
    * @return true: the file is there
    */
   public boolean renderToFile(byte[] model, byte[] display, String path, int imageType,
@@ -75,8 +80,8 @@ public final class TreeImager {
   /**
    * Renders a picture to memory.
    *
-   * @return its bytes; for type 7 blocks, each a length in four bytes, most significant first, and that many bytes: a PNG, the
-   *     HTML {@code map} element and the map as JSON
+   * @return its bytes; for type 7 blocks, each a length in four bytes, most significant first,
+   *     and that many bytes: a PNG, the HTML {@code map} element and the map as JSON
    */
   public byte[] renderToMemory(byte[] model, byte[] display, int imageType, int percent) {
     return TreeReader.guarded(() -> {
@@ -98,10 +103,13 @@ public final class TreeImager {
   }
 
   /**
-   * Renders a model as a set of pictures: the overview and, of an ensemble, each tree, else each top-level branch.
+   * Renders a model as a set of pictures: the overview and, of an ensemble, each tree, else each
+   * top-level branch.
    *
-   * @param style a style document that changes single settings of the style that the display data name; null or empty for none
-   * @param samples CSV data with records whose ways through the trees are shown; null or empty for none
+   * @param style a style document that changes single settings of the style that the display
+   *     data name; null or empty for none
+   * @param samples CSV data with records whose ways through the trees are shown; null or empty
+   *     for none
    * @param title the title, and the beginning of the names; null or empty for the model's own
    * @param depth how many levels below its root each picture shows; 0 for what the display data say
    * @return the bytes of each picture by its name

@@ -8,8 +8,8 @@ import java.util.Map;
 import java.util.function.Function;
 
 /**
- * The fields that a model knows: those of the document and those that the model itself derives. Filled by the reader, then only
- * read.
+ * The fields that a model knows: those of the document and those that the model itself derives.
+ * Filled by the reader, then only read.
  */
 public final class FieldCatalog {
   /** A chain of derived fields longer than this is a circle. */
@@ -33,7 +33,10 @@ public final class FieldCatalog {
     return field != null || outer == null ? field : outer.find(name);
   }
 
-  /** The name of a field for people: a field that only passes on another one goes by that one's name. */
+  /**
+   * The name of a field for people: a field that only passes on another one goes by that one's
+   * name.
+   */
   public String label(String name) {
     List<Field> chain = chain(name);
     return chain.isEmpty() ? name : chain.get(chain.size() - 1).label();
@@ -55,14 +58,19 @@ public final class FieldCatalog {
     return !chain.isEmpty() && chain.get(chain.size() - 1).isNumeric();
   }
 
-  /** The field in the data that a field takes its values from; null when it is computed or unknown. */
+  /**
+   * The field in the data that a field takes its values from; null when it is computed or unknown.
+   */
   public Field source(String name) {
     List<Field> chain = chain(name);
     Field last = chain.isEmpty() ? null : chain.get(chain.size() - 1);
     return last == null || last.derived() ? null : last;
   }
 
-  /** The value of a field in a record whose columns {@code values} gives, or null when it is missing. */
+  /**
+   * The value of a field in a record whose columns {@code values} gives, or null when it is
+   * missing.
+   */
   String value(String name, Function<String, String> values) {
     String own = values.apply(name);
     if (own != null) {
@@ -92,7 +100,10 @@ public final class FieldCatalog {
     return left.compareTo(right);
   }
 
-  /** Single precision where the model works in it: 0.1 is then not below the threshold 0.1 that a tool wrote in full. */
+  /**
+   * Single precision where the model works in it: 0.1 is then not below the threshold 0.1 that a
+   * tool wrote in full.
+   */
   private static Double number(List<Field> chain, String text) {
     try {
       boolean single = chain.stream().anyMatch(Field::isFloat);

@@ -6,11 +6,13 @@ package org.chartbridge.tree;
  *
  * @param count how many there are; NaN when unknown
  * @param share their share of the tree's records; NaN when unknown
- * @param classCounts how many have each class, in the order of the model's classes; null when unknown or for regression
- * @param prediction the predicted value as the document writes it or as follows from it; null when there is none
+ * @param classCounts how many have each class, in the order of the model's classes; null when
+ *     unknown or for regression
+ * @param prediction the predicted value as the document writes it or as follows from it; null
+ *     when there is none
  * @param mean for regression, the predicted number; NaN when unknown
- * @param spread for regression, the standard deviation of the target if the document gives its distribution, else of the
- *     predictions of the leaves below; NaN when unknown
+ * @param spread for regression, the standard deviation of the target if the document gives its
+ *     distribution, else of the predictions of the leaves below; NaN when unknown
  */
 public record NodeStatistics(
     double count, double share, double[] classCounts, String prediction, double mean,

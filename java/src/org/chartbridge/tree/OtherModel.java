@@ -2,7 +2,8 @@
 package org.chartbridge.tree;
 
 /**
- * A model that is no tree, such as the regression that turns the sums of a boosted ensemble into probabilities.
+ * A model that is no tree, such as the regression that turns the sums of a boosted ensemble into
+ * probabilities.
  *
  * @param element the name of its PMML element
  */

@@ -30,7 +30,8 @@ public final class SamplePaths {
   /**
    * Lets the records of CSV data run through all trees of a document.
    *
-   * @param csv the records; every field of the data that a predicate needs must be a column, an empty value is a missing one
+   * @param csv the records; every field of the data that a predicate needs must be a column, an
+   *     empty value is a missing one
    * @throws org.chartbridge.chart.ChartException when the data cannot be read or lack a column
    */
   public static SamplePaths of(TreeDocument document, byte[] csv) {

@@ -9,8 +9,8 @@ import java.util.Map;
 import java.util.Set;
 
 /**
- * The statistics of all nodes of a tree. What an inner node does not say is worked out from its children, since many tools write
- * counts at the leaves only.
+ * The statistics of all nodes of a tree. What an inner node does not say is worked out from its
+ * children, since many tools write counts at the leaves only.
  */
 public final class TreeStatistics {
   /** Sums from which mean and variance of the leaves below a node follow. */
@@ -137,8 +137,8 @@ public final class TreeStatistics {
       childCount += statistics.count();
     }
     double count = ownCount(node, childCount);
-    NodeStatistics statistics =
-        tree.classification() ? classification(node, count, below) : regression(node, count, leafSums);
+    NodeStatistics statistics = tree.classification() ? classification(node, count, below)
+                                                      : regression(node, count, leafSums);
     byPath.put(node.path(), statistics);
     if (statistics.hasMean()) {
       lowest = Double.isNaN(lowest) ? statistics.mean() : Math.min(lowest, statistics.mean());

@@ -18,8 +18,9 @@ public final class TreeWalk {
   }
 
   /**
-   * Visits the nodes that a record passes, from the root on. With a missing value it may pass several branches, as the tree's
-   * treatment of missing values says. It passes none when the root, or a segment around the tree, does not apply to it.
+   * Visits the nodes that a record passes, from the root on. With a missing value it may pass
+   * several branches, as the tree's treatment of missing values says. It passes none when the root,
+   * or a segment around the tree, does not apply to it.
    *
    * @param values the text of a field's value, or null when it is missing
    */

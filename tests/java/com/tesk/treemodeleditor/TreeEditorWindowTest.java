@@ -42,7 +42,10 @@ import org.junit.jupiter.api.BeforeEach;
 import org.junit.jupiter.api.Tag;
 import org.junit.jupiter.api.Test;
 
-/** The editor's window, on a real X server: what is on the screen, and what the mouse does. Skipped where there is none. */
+/**
+ * The editor's window, on a real X server: what is on the screen, and what the mouse does. Skipped
+ * where there is none.
+ */
 @Tag("display")
 class TreeEditorWindowTest {
   private static final byte[] NONE = new byte[0];

@@ -73,8 +73,10 @@ class TreeImagerTest {
   void hasExactlyTheMethodsThatTheNativeSideCalls() throws Exception {
     Class<?> bytes = byte[].class;
     Class<?> type = TreeImager.class;
-    assertEquals(boolean.class, type.getMethod("renderToFile", bytes, bytes, String.class, int.class,
-        boolean.class, int.class).getReturnType());
+    assertEquals(boolean.class,
+        type.getMethod(
+                "renderToFile", bytes, bytes, String.class, int.class, boolean.class, int.class)
+            .getReturnType());
     assertEquals(long[].class, type.getMethod("calculateSizeArray", bytes, bytes).getReturnType());
     assertEquals(bytes,
         type.getMethod("renderToMemory", bytes, bytes, int.class, int.class).getReturnType());
@@ -285,8 +287,10 @@ class TreeImagerTest {
   void mistakesAreToldInWords() {
     assertEquals("The PMML document is empty.", error(() -> imager.calculateSizeArray(NONE, NONE)));
     assertEquals("The PMML document is empty.", error(() -> imager.calculateSizeArray(null, null)));
-    assertEquals("There is no image type 0; the types are 1 JPEG, 2 PNG, 3 BMP, 4 GIF, 5 SVG, 6 PDF,"
-        + " 7 image map.", error(() -> imager.renderToMemory(IRIS, NONE, 0, 100)));
+    assertEquals(
+        "There is no image type 0; the types are 1 JPEG, 2 PNG, 3 BMP, 4 GIF, 5 SVG, 6 PDF,"
+            + " 7 image map.",
+        error(() -> imager.renderToMemory(IRIS, NONE, 0, 100)));
     assertEquals("There is no tree 10; the model has 9 trees.",
         error(() -> imager.renderToMemory(FOREST, display("tree=\"10\""), 2, 100)));
     assertEquals("There is no tree 2; the model has 1 tree.",

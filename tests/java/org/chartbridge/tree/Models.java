@@ -63,10 +63,14 @@ public final class Models {
 
   /** The same for regression. */
   public static String regression(String rootNode) {
-    return document(rootNode).replace("functionName=\"classification\"", "functionName=\"regression\"");
+    return document(rootNode).replace(
+        "functionName=\"classification\"", "functionName=\"regression\"");
   }
 
-  /** A random document with so many nodes; every node has scores, counts and labels of varied length. */
+  /**
+   * A random document with so many nodes; every node has scores, counts and labels of varied
+   * length.
+   */
   public static String random(long seed, int nodes) {
     Random random = new Random(seed);
     List<List<Integer>> children = new ArrayList<>();
@@ -76,7 +80,8 @@ public final class Models {
     while (children.size() < nodes) {
       int pick = random.nextInt(Math.min(open.size(), 40));
       int parent = open.remove(random.nextBoolean() ? pick : open.size() - 1 - pick);
-      int count = Math.min(nodes - children.size(), 1 + random.nextInt(random.nextInt(6) == 0 ? 5 : 2));
+      int count =
+          Math.min(nodes - children.size(), 1 + random.nextInt(random.nextInt(6) == 0 ? 5 : 2));
       for (int i = 0; i < count; i++) {
         children.get(parent).add(children.size());
         open.add(children.size());
@@ -88,10 +93,16 @@ public final class Models {
     return document(text.toString());
   }
 
-  private static void write(StringBuilder text, List<List<Integer>> children, int node, Random random) {
+  private static void write(
+      StringBuilder text, List<List<Integer>> children, int node, Random random) {
     String[] classes = {"A", "B", "C"};
-    text.append("<Node id=\"n").append(node).append("\" score=\"").append(classes[random.nextInt(3)])
-        .append("\" recordCount=\"").append(random.nextInt(1_000_000)).append("\">");
+    text.append("<Node id=\"n")
+        .append(node)
+        .append("\" score=\"")
+        .append(classes[random.nextInt(3)])
+        .append("\" recordCount=\"")
+        .append(random.nextInt(1_000_000))
+        .append("\">");
     text.append(node == 0 ? "<True/>" : predicate(random));
     for (String value : classes) {
       text.append("<ScoreDistribution value=\"").append(value).append("\" recordCount=\"")
@@ -108,7 +119,8 @@ public final class Models {
           + "\"some value\" ".repeat(1 + random.nextInt(12)) + "</Array></SimpleSetPredicate>";
       case 2 -> "<CompoundPredicate booleanOperator=\"surrogate\">"
           + "<SimplePredicate field=\"x\" operator=\"lessThan\" value=\"1\"/>"
-          + "<SimplePredicate field=\"c\" operator=\"equal\" value=\"a rather long value\"/>".repeat(
+          + "<SimplePredicate field=\"c\" operator=\"equal\" value=\"a rather long"
+          + " value\"/>".repeat(
               1 + random.nextInt(5)) + "</CompoundPredicate>";
       case 3 -> "<SimplePredicate field=\"c\" operator=\"notEqual\" value=\""
           + "w".repeat(1 + random.nextInt(60)) + "\"/>";

@@ -23,7 +23,8 @@ class SamplePathsTest {
 
   private static TreeModel tree(String strategy) {
     String text = Models.document("<Node id=\"r\" score=\"A\" defaultChild=\"q\"><True/>"
-        + "<Node id=\"p\" score=\"A\"><SimplePredicate field=\"x\" operator=\"lessThan\" value=\"1\"/>"
+        + "<Node id=\"p\" score=\"A\"><SimplePredicate field=\"x\" operator=\"lessThan\""
+        + " value=\"1\"/>"
         + "</Node><Node id=\"q\" score=\"B\"><SimplePredicate field=\"x\" operator=\"lessThan\""
         + " value=\"2\"/></Node><Node id=\"s\" score=\"B\"><SimplePredicate field=\"c\""
         + " operator=\"equal\" value=\"v\"/></Node></Node>");

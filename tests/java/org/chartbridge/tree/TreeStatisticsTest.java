@@ -37,8 +37,10 @@ class TreeStatisticsTest {
   void countsOfInnerNodesFollowFromTheLeaves() {
     String leaf = "<Node score=\"%s\"><%s/><ScoreDistribution value=\"A\" recordCount=\"%d\"/>"
         + "<ScoreDistribution value=\"D\" recordCount=\"%d\"/></Node>";
-    TreeModel tree = Models.read(Models.document("<Node><True/>" + leaf.formatted("A", "False", 6, 2)
-        + leaf.formatted("D", "True", 1, 11) + "</Node>")).tree(1);
+    TreeModel tree = Models
+                         .read(Models.document("<Node><True/>" + leaf.formatted("A", "False", 6, 2)
+                             + leaf.formatted("D", "True", 1, 11) + "</Node>"))
+                         .tree(1);
     NodeStatistics root = at(tree, "1");
     assertEquals(20, root.count());
     assertEquals(1, root.share());
@@ -51,9 +53,12 @@ class TreeStatisticsTest {
 
   @Test
   void whatNobodySaysIsUnknown() {
-    TreeModel tree = Models.read(Models.document(
-        "<Node><True/><Node score=\"A\"><True/></Node><Node recordCount=\"3\"><True/></Node></Node>"))
-        .tree(1);
+    TreeModel tree =
+        Models
+            .read(Models.document(
+                "<Node><True/><Node score=\"A\"><True/></Node><Node"
+                    + " recordCount=\"3\"><True/></Node></Node>"))
+            .tree(1);
     NodeStatistics root = at(tree, "1");
     assertFalse(root.hasCount());
     assertFalse(root.hasShare());
@@ -65,9 +70,13 @@ class TreeStatisticsTest {
 
   @Test
   void spreadOfARegressionFollowsFromTheLeavesBelow() {
-    TreeModel tree = Models.read(Models.regression(
-        "<Node score=\"4\" recordCount=\"4\"><True/><Node score=\"1\" recordCount=\"1\"><True/></Node>"
-        + "<Node score=\"5\" recordCount=\"3\"><True/></Node></Node>")).tree(1);
+    TreeModel tree =
+        Models
+            .read(Models.regression(
+                "<Node score=\"4\" recordCount=\"4\"><True/><Node score=\"1\""
+                    + " recordCount=\"1\"><True/></Node>"
+                + "<Node score=\"5\" recordCount=\"3\"><True/></Node></Node>"))
+            .tree(1);
     NodeStatistics root = at(tree, "1");
     assertEquals(4, root.mean());
     assertEquals(Math.sqrt(3), root.spread(), EXACT);

@@ -12,7 +12,9 @@ import org.chartbridge.tree.TreeModel;
 final class EnsembleText {
   private EnsembleText() {}
 
-  /** How the members of an ensemble work together, for example {@code majority vote of 25 models}. */
+  /**
+   * How the members of an ensemble work together, for example {@code majority vote of 25 models}.
+   */
   static String joining(Ensemble ensemble) {
     int size = ensemble.segments().size();
     String models = " of " + size + (size == 1 ? " model" : " models");
@@ -23,7 +25,9 @@ final class EnsembleText {
     };
   }
 
-  /** Where a tree stands in its model: one line for each ensemble around it, the outermost first. */
+  /**
+   * Where a tree stands in its model: one line for each ensemble around it, the outermost first.
+   */
   static List<String> place(ModelPart model, TreeModel tree, NumberText numbers) {
     List<String> lines = new ArrayList<>();
     find(model, tree, numbers, lines);

@@ -100,7 +100,8 @@ final class Header {
     double line = TreeStyle.lineHeight(style.normal) + 3 * unit;
     double x = 0;
     for (Entry entry : entries) {
-      double limit = Math.min(maxWidth, entry.symbol() == Symbol.NONE ? maxWidth : MAX_ENTRY * unit);
+      double limit =
+          Math.min(maxWidth, entry.symbol() == Symbol.NONE ? maxWidth : MAX_ENTRY * unit);
       double room = symbolRoom(entry);
       List<String> lines = TextBlock.wrap(entry.text(), style.normal, limit - room,
           entry.symbol() == Symbol.NONE ? 4 : 1);

@@ -14,8 +14,8 @@ import org.chartbridge.tree.Predicate;
 import org.chartbridge.tree.TreeNode;
 
 /**
- * What is drawn for one node: the label of the branch that leads to it, its box, and, when its children are hidden, a badge with
- * the number of nodes below it on the side where they would be.
+ * What is drawn for one node: the label of the branch that leads to it, its box, and, when its
+ * children are hidden, a badge with the number of nodes below it on the side where they would be.
  */
 final class NodeBox {
   private static final double TINT = 0.13;

@@ -47,7 +47,8 @@ final class NumberText {
     }
     BigDecimal exact = new BigDecimal(Double.toString(value));
     int whole = size < 1 ? 0 : exact.precision() - exact.scale();
-    BigDecimal rounded = exact.round(new MathContext(Math.max(digits, whole), RoundingMode.HALF_EVEN));
+    BigDecimal rounded =
+        exact.round(new MathContext(Math.max(digits, whole), RoundingMode.HALF_EVEN));
     return plain.format(rounded);
   }
 

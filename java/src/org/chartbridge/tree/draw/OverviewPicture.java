@@ -24,7 +24,10 @@ import org.chartbridge.tree.SamplePaths;
 import org.chartbridge.tree.TreeDocument;
 import org.chartbridge.tree.TreeModel;
 
-/** The picture of an ensemble: a small drawing of each tree, in the groups that the document puts them in. */
+/**
+ * The picture of an ensemble: a small drawing of each tree, in the groups that the document puts
+ * them in.
+ */
 final class OverviewPicture implements TreePicture {
   private static final double MARGIN = 22;
   private static final double CARD_WIDTH = 136;
@@ -296,7 +299,8 @@ final class OverviewPicture implements TreePicture {
     Shape clip = g.getClip();
     Rectangle visible = clip == null ? new Rectangle(width, height) : clip.getBounds();
     for (Heading heading : headings) {
-      heading.text().draw(g, heading.x(), heading.y(), heading.text().width(), TextBlock.Align.LEFT);
+      heading.text().draw(
+          g, heading.x(), heading.y(), heading.text().width(), TextBlock.Align.LEFT);
     }
     for (Card card : cards) {
       if (area(card).intersects(visible)) {

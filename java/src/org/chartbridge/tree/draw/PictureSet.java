@@ -24,9 +24,10 @@ import org.chartbridge.tree.TreeModel;
 import org.chartbridge.tree.TreeNode;
 
 /**
- * All pictures of a model, each with its name: {@code -overview}, then {@code -tree-1} and so on for the trees of an ensemble, or
- * {@code -branch-1} and so on for the top-level branches of a single tree, behind the base name of the set. Numbers have leading
- * zeros, so that names sort in order. Names are ASCII: they pass through hosts and file systems of any encoding.
+ * All pictures of a model, each with its name: {@code -overview}, then {@code -tree-1} and so on
+ * for the trees of an ensemble, or {@code -branch-1} and so on for the top-level branches of a
+ * single tree, behind the base name of the set. Numbers have leading zeros, so that names sort in
+ * order. Names are ASCII: they pass through hosts and file systems of any encoding.
  */
 public final class PictureSet {
   private static final int LONGEST_NAME = 80;
@@ -35,8 +36,8 @@ public final class PictureSet {
   private final Map<String, Supplier<TreePicture>> pictures = new LinkedHashMap<>();
 
   /**
-   * @param title the title of the pictures, unless the display data have one; its ASCII letters and digits are the base name.
-   *     Null or empty for the model's own name
+   * @param title the title of the pictures, unless the display data have one; its ASCII letters
+   *     and digits are the base name. Null or empty for the model's own name
    * @param depth how many levels each picture shows; 0 for what the display data say
    */
   public PictureSet(TreeDocument document, TreeDisplay display, Style style, SamplePaths samples,
@@ -96,7 +97,10 @@ public final class PictureSet {
     return List.copyOf(pictures.keySet());
   }
 
-  /** The bytes of each picture by its name with the ending of the type; {@code .map} for the blocks of an image map. */
+  /**
+   * The bytes of each picture by its name with the ending of the type; {@code .map} for the blocks
+   * of an image map.
+   */
   public Map<String, byte[]> encode(ImageType type) {
     Map<String, byte[]> encoded = new LinkedHashMap<>();
     String ending = type == ImageType.IMAGE_MAP ? MAP_ENDING : TreeOutput.ending(type);

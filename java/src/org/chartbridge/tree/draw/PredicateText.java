@@ -18,7 +18,9 @@ final class PredicateText {
   private final NumberText numbers;
   private final boolean complete;
 
-  /** @param complete whether long lists of values are written out, and numbers with all their digits */
+  /**
+   * @param complete whether long lists of values are written out, and numbers with all their digits
+   */
   PredicateText(FieldCatalog fields, NumberText numbers, boolean complete) {
     this.fields = fields;
     this.numbers = numbers;
@@ -43,7 +45,10 @@ final class PredicateText {
     return joined(compound);
   }
 
-  /** What decides in turn when the value for {@link #of} is missing; empty unless it is a surrogate chain. */
+  /**
+   * What decides in turn when the value for {@link #of} is missing; empty unless it is a surrogate
+   * chain.
+   */
   List<String> surrogates(Predicate predicate) {
     List<String> texts = new ArrayList<>();
     if (predicate instanceof Predicate.Compound compound

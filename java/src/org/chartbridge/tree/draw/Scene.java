@@ -24,7 +24,8 @@ final class Scene {
   /** What measures in pixels are multiplied by: 1 for text of 12 pixels. */
   final double unit;
 
-  Scene(TreeModel tree, TreeModel whole, TreeDisplay display, TreeStyle style, SamplePaths samples) {
+  Scene(
+      TreeModel tree, TreeModel whole, TreeDisplay display, TreeStyle style, SamplePaths samples) {
     this.tree = tree;
     this.display = display;
     this.style = style;
@@ -115,10 +116,11 @@ final class Scene {
   List<String> facts() {
     List<String> facts = new ArrayList<>();
     facts.add(tree.classification() ? "Classification tree" : "Regression tree");
-    facts.add(plural(statistics.nodes(), "node") + ", " + plural(statistics.leaves(), "leaf", "leaves")
-        + ", depth " + statistics.depth());
+    facts.add(plural(statistics.nodes(), "node") + ", "
+        + plural(statistics.leaves(), "leaf", "leaves") + ", depth " + statistics.depth());
     if (!Double.isNaN(statistics.total())) {
-      facts.add(numbers.count(statistics.total()) + (statistics.total() == 1 ? " record" : " records"));
+      facts.add(
+          numbers.count(statistics.total()) + (statistics.total() == 1 ? " record" : " records"));
     }
     return facts;
   }

@@ -165,7 +165,10 @@ final class SingleTreePicture implements TreePicture {
     return new Rectangle2D.Double(r.getX() - 4, r.getY() - 4, r.getWidth() + 8, r.getHeight() + 8);
   }
 
-  /** From the side of the parent, across in the middle of the room between the levels, to the side of the child. */
+  /**
+   * From the side of the parent, across in the middle of the room between the levels, to the side
+   * of the child.
+   */
   private void drawBranch(Graphics2D g, TreeLayout.Placed node) {
     TreeLayout.Placed parent = node.parent;
     boolean turned = scene.display.leftToRight();

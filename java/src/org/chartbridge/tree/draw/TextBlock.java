@@ -74,8 +74,8 @@ final class TextBlock {
   }
 
   /**
-   * Breaks a text at spaces, and within words that are too long by themselves. Beyond {@code maxLines} the rest is left out, and
-   * an ellipsis says so.
+   * Breaks a text at spaces, and within words that are too long by themselves. Beyond {@code
+   * maxLines} the rest is left out, and an ellipsis says so.
    */
   static List<String> wrap(String text, Font font, double maxWidth, int maxLines) {
     List<String> lines = new ArrayList<>();

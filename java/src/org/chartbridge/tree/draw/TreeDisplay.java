@@ -58,23 +58,23 @@ public record TreeDisplay(boolean leftToRight, int depth, int tree, String style
   }
 
   public TreeDisplay withOrientation(boolean newLeftToRight) {
-    return new TreeDisplay(newLeftToRight, depth, tree, style, fontSize, title, locale, digits, show,
-        collapsed, open);
+    return new TreeDisplay(
+        newLeftToRight, depth, tree, style, fontSize, title, locale, digits, show, collapsed, open);
   }
 
   public TreeDisplay withDepth(int newDepth) {
-    return new TreeDisplay(leftToRight, newDepth, tree, style, fontSize, title, locale, digits, show,
-        collapsed, open);
+    return new TreeDisplay(
+        leftToRight, newDepth, tree, style, fontSize, title, locale, digits, show, collapsed, open);
   }
 
   public TreeDisplay withTree(int newTree) {
-    return new TreeDisplay(leftToRight, depth, newTree, style, fontSize, title, locale, digits, show,
-        collapsed, open);
+    return new TreeDisplay(
+        leftToRight, depth, newTree, style, fontSize, title, locale, digits, show, collapsed, open);
   }
 
   public TreeDisplay withTitle(String newTitle) {
-    return new TreeDisplay(leftToRight, depth, tree, style, fontSize, newTitle, locale, digits, show,
-        collapsed, open);
+    return new TreeDisplay(
+        leftToRight, depth, tree, style, fontSize, newTitle, locale, digits, show, collapsed, open);
   }
 
   /** The display data after a node was collapsed or opened, whichever it was not. */

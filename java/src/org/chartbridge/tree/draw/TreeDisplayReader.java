@@ -171,19 +171,21 @@ final class TreeDisplayReader {
     };
   }
 
-  private static int whole(XmlElement element, String attribute, int otherwise, int least, int most) {
+  private static int whole(
+      XmlElement element, String attribute, int otherwise, int least, int most) {
     String text = element.attribute(attribute);
     if (text == null) {
       return otherwise;
     }
     String expected = most == Integer.MAX_VALUE
         ? "a whole number, at least " + least
-        : "a whole number from " + least + " to " + most;
-    try {
-      int value = Integer.parseInt(text.strip());
-      if (value >= least && value <= most) {
-        return value;
-      }
+        :
+        "a whole number from " + least + " to " + most;
+        try {
+          int value = Integer.parseInt(text.strip());
+          if (value >= least && value <= most) {
+            return value;
+          }
     } catch (NumberFormatException e) {
       throw found(element, attribute, expected);
     }

@@ -8,8 +8,8 @@ import org.chartbridge.tree.TreeNode;
 import org.chartbridge.tree.layout.TidyTree;
 
 /**
- * Where the visible nodes of a tree are, with their labels. A label stands right before its node, seen from the root, and takes
- * part in the layout like the node itself, so that nothing overlaps.
+ * Where the visible nodes of a tree are, with their labels. A label stands right before its node,
+ * seen from the root, and takes part in the layout like the node itself, so that nothing overlaps.
  */
 final class TreeLayout {
   /** A node in its place. */
@@ -23,7 +23,9 @@ final class TreeLayout {
     /** The corner of the label. */
     double labelX;
     double labelY;
-    /** Where the room before this level begins and ends, in the direction in which the tree grows. */
+    /**
+     * Where the room before this level begins and ends, in the direction in which the tree grows.
+     */
     double gapStart;
     double gapEnd;
 
@@ -80,7 +82,8 @@ final class TreeLayout {
     return height;
   }
 
-  private void collect(TreeNode node, TreeNode parentNode, Placed parent, int parentIndex, int level) {
+  private void collect(
+      TreeNode node, TreeNode parentNode, Placed parent, int parentIndex, int level) {
     boolean hides = scene.display.hidesChildren(scene.tree, node);
     NodeBox box = new NodeBox(scene, node, parentNode, hides ? below(node) : 0);
     Placed placed = new Placed(box, parent, level);

@@ -23,7 +23,8 @@ public final class TreeOutput {
   private TreeOutput() {}
 
   /**
-   * The bytes of a picture; for an image map its three blocks: a PNG, the HTML {@code map} element, and the map as JSON.
+   * The bytes of a picture; for an image map its three blocks: a PNG, the HTML {@code map} element,
+   * and the map as JSON.
    *
    * @param percent the size, 100 for the picture's own
    */

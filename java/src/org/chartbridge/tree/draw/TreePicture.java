@@ -26,7 +26,10 @@ public interface TreePicture {
   /** The colour around everything. */
   Color background();
 
-  /** Draws at 100 percent, only what the clip of {@code g} lets through; the caller scales {@code g} for other sizes. */
+  /**
+   * Draws at 100 percent, only what the clip of {@code g} lets through; the caller scales {@code g}
+   * for other sizes.
+   */
   void draw(Graphics2D g);
 
   /** One mark for each node, or for each tree of an overview, in pixels at 100 percent. */

@@ -12,12 +12,16 @@ import org.chartbridge.tree.pmml.PmmlBytes;
 import org.chartbridge.tree.pmml.PmmlReader;
 import org.chartbridge.tree.pmml.SchemaFolder;
 
-/** Reads the documents of a request, and checks them by the schemas that the host supplies. Thread-safe. */
+/**
+ * Reads the documents of a request, and checks them by the schemas that the host supplies.
+ * Thread-safe.
+ */
 public final class TreeReader {
   private volatile SchemaFolder schemas = new SchemaFolder(null);
 
   /**
-   * @param path a folder with schemas such as {@code pmml-4-4.xsd} and {@code tree-display.xsd}; null or empty for none
+   * @param path a folder with schemas such as {@code pmml-4-4.xsd} and {@code
+   *     tree-display.xsd}; null or empty for none
    * @throws TreeException when there is no such folder; what was set before stays
    */
   public void setSchemaPath(String path) {
@@ -55,7 +59,10 @@ public final class TreeReader {
     return csv == null ? SamplePaths.NONE : SamplePaths.of(model, csv);
   }
 
-  /** What goes wrong inside a library still ends as a message, with the cause attached for whoever looks for the fault. */
+  /**
+   * What goes wrong inside a library still ends as a message, with the cause attached for whoever
+   * looks for the fault.
+   */
   public static <T> T guarded(Supplier<T> work) {
     try {
       return work.get();

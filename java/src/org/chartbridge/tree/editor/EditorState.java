@@ -13,8 +13,9 @@ import org.chartbridge.tree.draw.TreeReader;
 import org.chartbridge.tree.pmml.PmmlBytes;
 
 /**
- * Everything that the interactive editor knows, whether or not there is a window for it. Thread-safe; no method waits for another
- * thread longer than for the layout of a tree, and none of them touches Swing.
+ * Everything that the interactive editor knows, whether or not there is a window for it.
+ * Thread-safe; no method waits for another thread longer than for the layout of a tree, and none of
+ * them touches Swing.
  */
 public final class EditorState {
   private static final int NORMAL_DPI = 96;
@@ -40,8 +41,8 @@ public final class EditorState {
   }
 
   /**
-   * Takes up a model and its display data, and shows them. The same bytes again, while no rerendering is due, only move the window,
-   * and what the user collapsed stays collapsed.
+   * Takes up a model and its display data, and shows them. The same bytes again, while no
+   * rerendering is due, only move the window, and what the user collapsed stays collapsed.
    */
   public synchronized void render(Rectangle newBounds, byte[] model, byte[] displayData) {
     if (newBounds.width <= 0 || newBounds.height <= 0) {
@@ -70,7 +71,10 @@ public final class EditorState {
     return new TreePictures(document, display, null, SamplePaths.NONE).shown();
   }
 
-  /** Collapses or opens the node at a point of the picture, or opens a tree of the overview; nothing happens elsewhere. */
+  /**
+   * Collapses or opens the node at a point of the picture, or opens a tree of the overview; nothing
+   * happens elsewhere.
+   */
   synchronized void click(double x, double y) {
     TreePicture.Hit hit = picture == null ? null : picture.hit(x, y);
     if (hit == null) {
@@ -140,7 +144,10 @@ public final class EditorState {
     return 100.0 * dpi / NORMAL_DPI;
   }
 
-  /** Width and height of the picture in pixels of the screen; zeros when there is none or it was closed. */
+  /**
+   * Width and height of the picture in pixels of the screen; zeros when there is none or it was
+   * closed.
+   */
   public synchronized long[] size() {
     if (picture == null || closed) {
       return new long[] {0, 0};

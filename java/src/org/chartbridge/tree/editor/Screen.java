@@ -12,8 +12,9 @@ import java.util.regex.Matcher;
 import java.util.regex.Pattern;
 
 /**
- * Whether there is a display to show windows on. AWT must not find out by itself: when DISPLAY names a server that does not answer,
- * its first use fails, and from then on the whole JVM can draw nothing, not even into memory.
+ * Whether there is a display to show windows on. AWT must not find out by itself: when DISPLAY
+ * names a server that does not answer, its first use fails, and from then on the whole JVM can draw
+ * nothing, not even into memory.
  */
 public final class Screen {
   private static final String HEADLESS = "java.awt.headless";
@@ -24,7 +25,10 @@ public final class Screen {
 
   private Screen() {}
 
-  /** Settles, before anything of AWT is used, whether this JVM has a display; an answer that was given earlier stays. */
+  /**
+   * Settles, before anything of AWT is used, whether this JVM has a display; an answer that was
+   * given earlier stays.
+   */
   public static void settle() {
     if (System.getProperty(HEADLESS) == null) {
       System.setProperty(HEADLESS, Boolean.toString(!answers(System.getenv("DISPLAY"))));

@@ -19,7 +19,10 @@ import javax.swing.ToolTipManager;
 import org.chartbridge.draw.Mark;
 import org.chartbridge.tree.draw.TreePicture;
 
-/** Shows a picture, zoomed as the user likes. A click goes to the listener, a drag moves the view. For the event thread only. */
+/**
+ * Shows a picture, zoomed as the user likes. A click goes to the listener, a drag moves the view.
+ * For the event thread only.
+ */
 final class TreeCanvas extends JComponent {
   private static final long serialVersionUID = 1L;
   private static final double ZOOM_STEP = 1.25;
@@ -165,7 +168,8 @@ final class TreeCanvas extends JComponent {
     public void mousePressed(MouseEvent event) {
       requestFocusInWindow();
       dragged = false;
-      pressedOnScreen = SwingUtilities.isLeftMouseButton(event) ? event.getLocationOnScreen() : null;
+      pressedOnScreen =
+          SwingUtilities.isLeftMouseButton(event) ? event.getLocationOnScreen() : null;
       viewAtPress = getVisibleRect().getLocation();
     }
 

@@ -20,8 +20,9 @@ import javax.swing.SwingUtilities;
 import javax.swing.WindowConstants;
 
 /**
- * The editor's window. {@link #update} may be called from any thread; it never waits. Everything else happens on the event thread,
- * which asks the state for what there is to show, so that the last state wins.
+ * The editor's window. {@link #update} may be called from any thread; it never waits. Everything
+ * else happens on the event thread, which asks the state for what there is to show, so that the
+ * last state wins.
  */
 public final class TreeWindow {
   private static final int SCROLL_STEP = 24;

@@ -4,12 +4,13 @@ package org.chartbridge.tree.layout;
 import java.util.Arrays;
 
 /**
- * Places the nodes of an ordered tree side by side, level by level: as narrow as the tidy rules allow, children in their order,
- * each parent over the middle of its children, equal subtrees drawn equally.
+ * Places the nodes of an ordered tree side by side, level by level: as narrow as the tidy rules
+ * allow, children in their order, each parent over the middle of its children, equal subtrees drawn
+ * equally.
  *
- * <p>The algorithm is that of C. Buchheim, M. J&uuml;nger and S. Leipert, "Improving Walker's Algorithm to Run in Linear Time",
- * Graph Drawing 2002, LNCS 2528, pages 344 to 353, with nodes of different breadths. The names of the fields are those of the
- * paper.
+ * <p>The algorithm is that of C. Buchheim, M. J&uuml;nger and S. Leipert, "Improving Walker's
+ * Algorithm to Run in Linear Time", Graph Drawing 2002, LNCS 2528, pages 344 to 353, with nodes of
+ * different breadths. The names of the fields are those of the paper.
  */
 public final class TidyTree {
   private static final int NONE = -1;
@@ -63,8 +64,8 @@ public final class TidyTree {
   /**
    * Places a tree.
    *
-   * @param parent the parent of each node; a parent comes before its children, and the children of a node in their order; -1 for
-   *     the root, which comes first
+   * @param parent the parent of each node; a parent comes before its children, and the children
+   *     of a node in their order; -1 for the root, which comes first
    * @param breadth how much room each node takes on its level
    * @param siblingGap the least room between neighbours with the same parent
    * @param cousinGap the least room between neighbours with different parents
@@ -106,8 +107,9 @@ public final class TidyTree {
   }
 
   /**
-   * Bottom up. The paper recurses; going backwards over an order in which parents come first visits all nodes below a node before
-   * it just as well, but siblings have to be placed from the left, so each node places its children.
+   * Bottom up. The paper recurses; going backwards over an order in which parents come first visits
+   * all nodes below a node before it just as well, but siblings have to be placed from the left, so
+   * each node places its children.
    */
   private void firstWalk() {
     for (int v = parent.length - 1; v >= 0; v--) {

@@ -14,7 +14,10 @@ final class FieldReader {
     this.in = in;
   }
 
-  /** Reads the current {@code DataDictionary}, {@code TransformationDictionary} or {@code LocalTransformations}. */
+  /**
+   * Reads the current {@code DataDictionary}, {@code TransformationDictionary} or {@code
+   * LocalTransformations}.
+   */
   void read(FieldCatalog fields) {
     while (in.nextChild()) {
       switch (in.name()) {

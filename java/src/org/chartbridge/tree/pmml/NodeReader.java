@@ -9,7 +9,10 @@ import org.chartbridge.tree.ClassCount;
 import org.chartbridge.tree.Predicate;
 import org.chartbridge.tree.TreeNode;
 
-/** Reads a node with all nodes below it, without recursion: trees may be deeper than the stack of a host's thread allows. */
+/**
+ * Reads a node with all nodes below it, without recursion: trees may be deeper than the stack of a
+ * host's thread allows.
+ */
 final class NodeReader {
   /** A node whose end is not reached yet. */
   private final class Open {

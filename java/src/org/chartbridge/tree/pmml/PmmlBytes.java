@@ -13,7 +13,10 @@ import org.chartbridge.tree.TreeException;
 
 /** PMML as bytes, compressed with gzip (RFC 1952) or not. */
 public final class PmmlBytes {
-  /** Forests of some hundred deep trees take about this much; a compressed document that grows larger is an attack. */
+  /**
+   * Forests of some hundred deep trees take about this much; a compressed document that grows
+   * larger is an attack.
+   */
   public static final int MAX_BYTES = 256 << 20;
 
   private static final int BUFFER = 1 << 16;
@@ -50,7 +53,8 @@ public final class PmmlBytes {
     } catch (EOFException e) {
       throw new TreeException("The compressed PMML document is cut off.", e);
     } catch (IOException e) {
-      throw new TreeException("The compressed PMML document is damaged: " + e.getMessage() + ".", e);
+      throw new TreeException(
+          "The compressed PMML document is damaged: " + e.getMessage() + ".", e);
     }
     return out.toByteArray();
   }

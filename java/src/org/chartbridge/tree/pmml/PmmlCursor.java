@@ -13,9 +13,10 @@ import org.chartbridge.tree.TreeException;
 import org.xml.sax.SAXParseException;
 
 /**
- * Goes through a document element by element. Documents of forests are large and their nodes nest deeply, so nothing is kept but
- * what the reader takes. Elements of other namespaces than the root's are passed over with all that is in them. Document type
- * declarations are refused, so there are no entities to expand and nothing to fetch.
+ * Goes through a document element by element. Documents of forests are large and their nodes nest
+ * deeply, so nothing is kept but what the reader takes. Elements of other namespaces than the
+ * root's are passed over with all that is in them. Document type declarations are refused, so there
+ * are no entities to expand and nothing to fetch.
  */
 final class PmmlCursor {
   /** Elements nest this deep at most, so that no walk down a tree exhausts a stack. */
@@ -59,7 +60,8 @@ final class PmmlCursor {
   }
 
   /**
-   * Goes to the next element within the current one; the caller enters or skips each before it asks for the next.
+   * Goes to the next element within the current one; the caller enters or skips each before it asks
+   * for the next.
    *
    * @return false when the current element ends
    */

@@ -20,9 +20,13 @@ import org.chartbridge.tree.TreeModel;
 import org.chartbridge.tree.TreeNode;
 import org.chartbridge.xml.XmlEncoding;
 
-/** Reads PMML documents. Elements that it does not know and elements of other namespaces are passed over. */
+/**
+ * Reads PMML documents. Elements that it does not know and elements of other namespaces are passed
+ * over.
+ */
 public final class PmmlReader {
-  private static final Pattern NAMESPACE = Pattern.compile("http://www\\.dmg\\.org/PMML-(\\d+)_(\\d+).*");
+  private static final Pattern NAMESPACE =
+      Pattern.compile("http://www\\.dmg\\.org/PMML-(\\d+)_(\\d+).*");
   private static final Pattern VERSION = Pattern.compile("(\\d+)(\\.\\d+)*");
   private static final String[] MISSING_VALUES =
       Arrays.stream(MissingValues.values()).map(MissingValues::pmmlName).toArray(String[]::new);
@@ -67,7 +71,8 @@ public final class PmmlReader {
    * Reads a document.
    *
    * @param bytes the document in the encoding that it declares, or compressed with gzip
-   * @throws TreeException when it is not PMML of version 4, is malformed, or has no tree; the message says where
+   * @throws TreeException when it is not PMML of version 4, is malformed, or has no tree; the
+   *     message says where
    */
   public static TreeDocument read(byte[] bytes) {
     byte[] document = PmmlBytes.expand(bytes);
@@ -231,8 +236,9 @@ public final class PmmlReader {
         || target.continuous();
     String targetField = ownTarget ? scope.targetField() : null;
     TreeModel tree = new TreeModel(trees.size() + 1, name, classification, targetField,
-        targetLabel(scope.fields(), targetField, scope.output()), classes(scope.fields(), targetField,
-        classification), missing, lastPrediction, scope.conditions(), scope.fields(), root);
+        targetLabel(scope.fields(), targetField, scope.output()),
+        classes(scope.fields(), targetField, classification), missing, lastPrediction,
+        scope.conditions(), scope.fields(), root);
     trees.add(tree);
     return tree;
   }

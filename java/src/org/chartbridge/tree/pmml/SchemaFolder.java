@@ -20,8 +20,8 @@ import org.xml.sax.SAXException;
 import org.xml.sax.SAXParseException;
 
 /**
- * A folder of XML schemas. A document whose schema is in it must be valid; other documents are not checked. Compiled schemas are
- * kept until their file changes. Thread-safe.
+ * A folder of XML schemas. A document whose schema is in it must be valid; other documents are not
+ * checked. Compiled schemas are kept until their file changes. Thread-safe.
  */
 public final class SchemaFolder {
   /** The validator's messages become part of ours, which are English. */

@@ -5,8 +5,8 @@ import java.util.ArrayList;
 import java.util.List;
 
 /**
- * The content of a PMML {@code Array}: values with white space between them; a value that holds white space stands in double
- * quotes, in which a backslash stands before a quote.
+ * The content of a PMML {@code Array}: values with white space between them; a value that holds
+ * white space stands in double quotes, in which a backslash stands before a quote.
  */
 final class ValueArray {
   private ValueArray() {}

@@ -13,7 +13,10 @@ import org.xml.sax.SAXParseException;
 import org.xml.sax.XMLReader;
 import org.xml.sax.helpers.DefaultHandler;
 
-/** Finds out what is wrong with XML, in English whatever the machine's locale, which the streaming parser cannot do. */
+/**
+ * Finds out what is wrong with XML, in English whatever the machine's locale, which the streaming
+ * parser cannot do.
+ */
 final class WellFormedness {
   private WellFormedness() {}
 

@@ -19,13 +19,12 @@ class TextsTest {
   private static final Font FONT = new Font("Liberation Sans", Font.PLAIN, 12);
 
   @ParameterizedTest
-  @CsvSource({
-    "0.800000011920929, 0.8", "1.6500000357627869, 1.65", "31.32612218622545, 31.33",
-    "1234567.8, 1234568", "0.2857142857142857, 0.2857", "-0.22004892, \u22120.22", "0, 0", "-0.0, 0",
-    "7, 7", "0.00012345, 0.0001234", "1e-7, 1E\u22127", "123456789012345, 1.235E14",
-    "99999, 99999", "0.99999, 1", "NaN, NaN"
-  })
-  void numbersKeepFourDigitsButNeverLoseWholeOnes(double value, String text) {
+  @CsvSource({"0.800000011920929, 0.8", "1.6500000357627869, 1.65", "31.32612218622545, 31.33",
+      "1234567.8, 1234568", "0.2857142857142857, 0.2857", "-0.22004892, \u22120.22", "0, 0",
+      "-0.0, 0", "7, 7", "0.00012345, 0.0001234", "1e-7, 1E\u22127", "123456789012345, 1.235E14",
+      "99999, 99999", "0.99999, 1", "NaN, NaN"})
+  void
+  numbersKeepFourDigitsButNeverLoseWholeOnes(double value, String text) {
     assertEquals(text, new NumberText(Locale.ROOT, 4).number(value));
   }
 
@@ -58,7 +57,8 @@ class TextsTest {
   @Test
   void predicatesReadLikeSentences() {
     TreeModel sets = PmmlReader.read(Models.odd("sets-quotes")).tree(1);
-    assertEquals("Home town in {Rome, New York, say \"hi\", back\\slash}", label(sets, "1.1", false));
+    assertEquals(
+        "Home town in {Rome, New York, say \"hi\", back\\slash}", label(sets, "1.1", false));
     assertEquals("Home town not in {Rome, New York, a, b}", label(sets, "1.2", false));
     assertEquals("grade < high", label(sets, "1.2.1", false));
     TreeModel compounds = PmmlReader.read(Models.odd("surrogates")).tree(1);
@@ -81,7 +81,8 @@ class TextsTest {
 
   @Test
   void longSetsAreCutShortInThePictureOnly() {
-    String array = "<Node score=\"B\"><SimpleSetPredicate field=\"c\" booleanOperator=\"isIn\"><Array>"
+    String array =
+        "<Node score=\"B\"><SimpleSetPredicate field=\"c\" booleanOperator=\"isIn\"><Array>"
         + "\"some value\" ".repeat(30) + "</Array></SimpleSetPredicate></Node>";
     TreeModel tree = Models.read(
         Models.document("<Node score=\"A\"><True/>" + array + "</Node>")).tree(1);

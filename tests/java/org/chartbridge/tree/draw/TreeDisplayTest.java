@@ -27,7 +27,8 @@ import org.junit.jupiter.params.provider.CsvSource;
 class TreeDisplayTest {
   private static final String ALL = """
       <?xml version="1.0" encoding="UTF-8"?>
-      <tree-display xmlns="urn:chartbridge:tree-display:1" orientation="left-to-right" depth="3" tree="2" style="dark" font-size="13.5">
+      <tree-display xmlns="urn:chartbridge:tree-display:1" orientation="left-to-right" \
+      depth="3" tree="2" style="dark" font-size="13.5">
         <title>A &lt;b&gt; &amp; c</title>
         <numbers digits="6" locale="de-CH"/>
         <show counts="false" legend="false"/>
@@ -44,7 +45,8 @@ class TreeDisplayTest {
   @Test
   void noBytesStandForTheDefaults() {
     assertSame(TreeDisplay.DEFAULT, TreeDisplay.parse(new byte[0]));
-    assertEquals(TreeDisplay.DEFAULT, parse("<tree-display xmlns=\"urn:chartbridge:tree-display:1\"/>"));
+    assertEquals(TreeDisplay.DEFAULT, parse("<tree-display"
+        + " xmlns=\"urn:chartbridge:tree-display:1\"/>"));
   }
 
   @Test
@@ -68,7 +70,8 @@ class TreeDisplayTest {
 
   @Test
   void aNodeWithoutATreeIsOfTheTreeThatIsShown() {
-    String xml = "<tree-display xmlns=\"urn:chartbridge:tree-display:1\" %s><open path=\"1\"/></tree-display>";
+    String xml = "<tree-display xmlns=\"urn:chartbridge:tree-display:1\" %s><open"
+        + " path=\"1\"/></tree-display>";
     assertEquals(4, parse(xml.formatted("tree=\"4\"")).open().get(0).tree());
     assertEquals(1, parse(xml.formatted("")).open().get(0).tree());
   }
@@ -140,22 +143,29 @@ class TreeDisplayTest {
     TreeDisplay collapsed = TreeDisplay.DEFAULT.toggled(tree, tree.root());
     assertEquals(List.of(new NodeReference(1, null, "1")), collapsed.collapsed());
     assertEquals(TreeDisplay.DEFAULT, collapsed.toggled(tree, tree.root()));
-    TreeDisplay byId = parse("<tree-display xmlns=\"urn:chartbridge:tree-display:1\"><collapsed id=\"1\"/>"
+    TreeDisplay byId = parse("<tree-display xmlns=\"urn:chartbridge:tree-display:1\"><collapsed"
+        + " id=\"1\"/>"
         + "</tree-display>");
     assertEquals(TreeDisplay.DEFAULT, byId.toggled(tree, tree.root()));
   }
 
   @ParameterizedTest
   @CsvSource(delimiter = '|', value = {
-      "depth='x'|2|attribute depth of <tree-display>: found \"x\", expected a whole number from 0 to 1000",
-      "tree='1.5'|2|attribute tree of <tree-display>: found \"1.5\", expected a whole number, at least 0",
-      "style='neon'|2|attribute style of <tree-display>: found \"neon\", expected one of print, dark,"
+      "depth='x'|2|attribute depth of <tree-display>: found \"x\", expected a whole number from 0"
+          + " to 1000",
+      "tree='1.5'|2|attribute tree of <tree-display>: found \"1.5\", expected a whole number, at"
+          + " least 0",
+      "style='neon'|2|attribute style of <tree-display>: found \"neon\", expected one of print,"
+          + " dark,"
           + " mono, slides",
-      "font-size='big'|2|attribute font-size of <tree-display>: found \"big\", expected a number from 6"
+      "font-size='big'|2|attribute font-size of <tree-display>: found \"big\", expected a number"
+          + " from 6"
           + " to 48",
-      "orientation='up'|2|attribute orientation of <tree-display>: found \"up\", expected top-down or"
+      "orientation='up'|2|attribute orientation of <tree-display>: found \"up\", expected"
+          + " top-down or"
           + " left-to-right",
-      "deepth='1'|2|<tree-display> has the attribute deepth, expected one of orientation, depth, tree,"
+      "deepth='1'|2|<tree-display> has the attribute deepth, expected one of orientation, depth,"
+          + " tree,"
           + " style, font-size; did you mean \"depth\"?",
   })
   void mistakesInAttributesAreNamedWithTheirPlace(String attribute, int line, String message) {
@@ -167,7 +177,8 @@ class TreeDisplayTest {
 
   @ParameterizedTest
   @CsvSource(delimiter = '|', value = {
-      "<colapsed path='1'/>|found <colapsed> in <tree-display>, expected one of title, numbers, show,"
+      "<colapsed path='1'/>|found <colapsed> in <tree-display>, expected one of title, numbers,"
+          + " show,"
           + " collapsed, open; did you mean \"collapsed\"?",
       "<collapsed/>|<collapsed> needs one of the attributes id and path",
       "<open id='1' path='1'/>|<open> needs one of the attributes id and path",
@@ -175,7 +186,8 @@ class TreeDisplayTest {
       "<show>yes</show>|<show> has text in it, where none is expected",
   })
   void mistakesInElementsAreNamedWithTheirPlace(String element, String message) {
-    String xml = "<tree-display xmlns=\"urn:chartbridge:tree-display:1\">\n" + element.replace('\'', '"')
+    String xml = "<tree-display"
+        + " xmlns=\"urn:chartbridge:tree-display:1\">\n" + element.replace('\'', '"')
         + "</tree-display>";
     String found = assertThrows(TreeException.class, () -> parse(xml)).getMessage();
     assertTrue(found.startsWith("Display data, line 2, column "), found);
@@ -191,7 +203,8 @@ class TreeDisplayTest {
       "<show legend='maybe'/>|legend|true or false",
   })
   void valuesThatAreNoneAreNamed(String element, String attribute, String expected) {
-    String xml = "<tree-display xmlns=\"urn:chartbridge:tree-display:1\">\n" + element.replace('\'', '"')
+    String xml = "<tree-display"
+        + " xmlns=\"urn:chartbridge:tree-display:1\">\n" + element.replace('\'', '"')
         + "</tree-display>";
     String found = assertThrows(TreeException.class, () -> parse(xml)).getMessage();
     assertTrue(found.startsWith("Display data, line 2, column "), found);
@@ -208,7 +221,8 @@ class TreeDisplayTest {
     assertThrows(TreeException.class, () -> parse(version2));
     String broken = assertThrows(TreeException.class, () -> parse("<tree-display")).getMessage();
     assertTrue(broken.startsWith("Display data, line 1, column "), broken);
-    String doctype = assertThrows(TreeException.class, () -> parse("<!DOCTYPE x><x/>")).getMessage();
+    String doctype = assertThrows(TreeException.class, () -> parse("<!DOCTYPE"
+        + " x><x/>")).getMessage();
     assertTrue(doctype.startsWith("Display data, line 1, column 1: "), doctype);
   }
 }

@@ -415,10 +415,10 @@ class TreePictureTest {
   void ensemblesShowMethodWeightsAndConditions() {
     TreeDocument nested = PmmlReader.read(Models.odd("nested-segments"));
     List<String> overview = texts(shown(nested, TreeDisplay.DEFAULT));
-    for (String text : List.of("price", "Ensemble of 3 trees \u00B7 the first of 3 models that applies",
-        "Part 1: price",
-        "weighted average of 2 models \u00B7 weight 2 \u00B7 when region =\u00A0north",
-        "weight 0.25", "weight 0.75", "RegressionModel, no", "on a condition")) {
+    for (String text : List.of("price",
+             "Ensemble of 3 trees \u00B7 the first of 3 models that applies", "Part 1: price",
+             "weighted average of 2 models \u00B7 weight 2 \u00B7 when region =\u00A0north",
+             "weight 0.25", "weight 0.75", "RegressionModel, no", "on a condition")) {
       assertTrue(overview.contains(text), text + " in " + overview);
     }
     List<String> first = texts(shown(nested, TreeDisplay.DEFAULT.withTree(1)));
@@ -467,7 +467,8 @@ class TreePictureTest {
     assertTidy("2000 nodes", picture);
     String svg = new String(TreeOutput.encode(picture, ImageType.SVG, 100), StandardCharsets.UTF_8);
     assertEquals(2000, picture.marks().size());
-    assertTrue(svg.contains("width=\"" + picture.width() + "\" height=\"" + picture.height() + "\""));
+    assertTrue(
+        svg.contains("width=\"" + picture.width() + "\" height=\"" + picture.height() + "\""));
   }
 
   @Test

@@ -261,7 +261,8 @@ class PmmlReaderTest {
   @ParameterizedTest
   @CsvSource(delimiter = '|', value = {
       "<Node score='A'/>|line 11, column 1: <Node> has no predicate",
-      "<Node id='7'><Extension/></Node>|line 11, column 1: <Node> with the id \"7\" has no predicate",
+      "<Node id='7'><Extension/></Node>|line 11, column 1: <Node> with the id \"7\" has no"
+          + " predicate",
       "<Node><True/><False/></Node>|line 11, column 14: <Node> has a second predicate",
       "<Node recordCount='many'><True/></Node>|line 11, column 1: attribute recordCount of <Node>:"
           + " found \"many\", expected a number",
@@ -273,7 +274,8 @@ class PmmlReaderTest {
           + " needs the attribute recordCount",
       "<Node><SimplePredicate field='x' operator='equals' value='1'/></Node>|line 11, column 7:"
           + " attribute operator of <SimplePredicate>: found \"equals\", expected one of equal,"
-          + " notEqual, lessThan, lessOrEqual, greaterThan, greaterOrEqual, isMissing, isNotMissing",
+          + " notEqual, lessThan, lessOrEqual, greaterThan, greaterOrEqual, isMissing,"
+          + " isNotMissing",
       "<Node><SimplePredicate field='x' operator='equal'/></Node>|line 11, column 7:"
           + " <SimplePredicate> with the operator equal needs the attribute value",
       "<Node><SimplePredicate operator='equal' value='1'/></Node>|line 11, column 7:"
@@ -286,12 +288,14 @@ class PmmlReaderTest {
       "<Node><CompoundPredicate booleanOperator='and'/></Node>|line 11, column 7:"
           + " <CompoundPredicate> has no predicates in it",
       "<Node><SimpleSetPredicate field='x' booleanOperator='in'/></Node>|line 11, column 7:"
-          + " attribute booleanOperator of <SimpleSetPredicate>: found \"in\", expected one of isIn,"
+          + " attribute booleanOperator of <SimpleSetPredicate>: found \"in\", expected one of"
+          + " isIn,"
           + " isNotIn",
       "<Node><SimpleSetPredicate field='x' booleanOperator='isIn'/></Node>|line 11, column 7:"
           + " <SimpleSetPredicate> has no <Array>",
       "<Node><SimpleSetPredicate field='x' booleanOperator='isIn'><Array n='3'>1 2</Array>"
-          + "</SimpleSetPredicate></Node>|line 11, column 60: the <Array> has 2 values where n says 3",
+          + "</SimpleSetPredicate></Node>|line 11, column 60: the <Array> has 2 values where n"
+          + " says 3",
       "<Node><SimpleSetPredicate field='x' booleanOperator='isIn'><Array>\"1 2</Array>"
           + "</SimpleSetPredicate></Node>|line 11, column 60: a quote in the <Array> is not closed",
   })
@@ -317,7 +321,8 @@ class PmmlReaderTest {
         error(good.replace("<TreeModel", "<TreeModel noTrueChildStrategy=\"x\"")));
     assertEquals("PMML document, line 3, column 1: <DataField> needs the attribute name.",
         error(good.replace("name=\"x\" ", "")));
-    String segment = "<PMML version=\"4.4\"><MiningModel><Segmentation multipleModelMethod=\"sum\">\n"
+    String segment = "<PMML version=\"4.4\"><MiningModel><Segmentation"
+        + " multipleModelMethod=\"sum\">\n"
         + "%s</Segmentation></MiningModel></PMML>";
     assertEquals("PMML document, line 2, column 1: <Segment> with the id \"s\" has no model.",
         error(segment.formatted("<Segment id=\"s\"><True/></Segment>")));
@@ -355,7 +360,8 @@ class PmmlReaderTest {
   @Test
   void entitiesAndDocumentTypesAreRefused() {
     String bomb = "<?xml version=\"1.0\"?>\n<!DOCTYPE PMML [<!ENTITY a \"aaaaaaaaaa\">"
-        + "<!ENTITY b \"&a;&a;&a;&a;&a;&a;&a;&a;&a;&a;\"><!ENTITY c \"&b;&b;&b;&b;&b;&b;&b;&b;\">]>\n"
+        + "<!ENTITY b \"&a;&a;&a;&a;&a;&a;&a;&a;&a;&a;\"><!ENTITY c"
+        + " \"&b;&b;&b;&b;&b;&b;&b;&b;\">]>\n"
         + "<PMML version=\"4.4\">&c;</PMML>";
     assertEquals("PMML document, line 2, column 1: a document type declaration (<!DOCTYPE) is not"
         + " allowed.", error(bomb));
@@ -395,7 +401,8 @@ class PmmlReaderTest {
 
   @Test
   void positionsHoldBehindCommentsAndSections() {
-    String tricky = "<Node><True/><!-- <Node> --><Extension><![CDATA[<Node> ]]></Extension><?pi <a>?>"
+    String tricky = "<Node><True/><!-- <Node> --><Extension><![CDATA[<Node> ]]></Extension><?pi"
+        + " <a>?>"
         + "<Extension value=\">\"/><Node/></Node>";
     int column = tricky.indexOf("<Node/>") + 1;
     assertEquals("PMML document, line 11, column " + column + ": <Node> has no predicate.",
@@ -404,7 +411,8 @@ class PmmlReaderTest {
 
   @Test
   void positionsHoldInALargeDocument() {
-    String nodes = "\n<Node score=\"A\"><SimplePredicate field=\"x\" operator=\"lessThan\" value=\"1\"/>"
+    String nodes = "\n<Node score=\"A\"><SimplePredicate field=\"x\" operator=\"lessThan\""
+        + " value=\"1\"/>"
         + "</Node>";
     String text = Models.document(
         "<Node><True/>" + nodes.repeat(20_000) + "\n  <Node score=\"bad\"/></Node>");
