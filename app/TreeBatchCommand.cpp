@@ -20,6 +20,7 @@ TreeBatchCommand::TreeBatchCommand(CLI::App& tree)
     : _command(tree.add_subcommand("batch",
                                    "Draw a tree model as a set of pictures: the overview, "
                                    "and each tree or top-level branch")) {
+  AddTreeModel(*_command, _options);
   _command
       ->add_option("-o,--output", _folder, "The folder for the pictures; made when it is not there")
       ->type_name("FOLDER")

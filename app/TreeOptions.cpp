@@ -12,12 +12,15 @@ constexpr int kMostDepth = 1000;
 
 }  // namespace
 
-void AddTreeOptions(CLI::App& command, TreeOptions& options) {
+void AddTreeModel(CLI::App& command, TreeOptions& options) {
   command
       .add_option("model", options.model,
                   "The model, PMML as it is or compressed with gzip; - is standard input")
       ->type_name("MODEL")
       ->required();
+}
+
+void AddTreeOptions(CLI::App& command, TreeOptions& options) {
   command
       .add_option("--display", options.display,
                   "Display data that say what is shown, and how; - is standard input")

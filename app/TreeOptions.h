@@ -23,7 +23,10 @@ struct TreeOptions {
   JavaOptions java;
 };
 
-/// Adds these options to a command.
+/// Adds the model to a command. It comes before all options, so that it is the first to be missed.
+void AddTreeModel(CLI::App& command, TreeOptions& options);
+
+/// Adds the options to a command.
 void AddTreeOptions(CLI::App& command, TreeOptions& options);
 
 /// Throws `UsageError` for a depth that no display data can have.

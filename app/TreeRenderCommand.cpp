@@ -14,6 +14,7 @@ namespace chartbridge {
 
 TreeRenderCommand::TreeRenderCommand(CLI::App& tree)
     : _command(tree.add_subcommand("render", "Draw a tree model, or the overview of an ensemble")) {
+  AddTreeModel(*_command, _options);
   _command
       ->add_option(
           "-o,--output", _output,

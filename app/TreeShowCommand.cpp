@@ -34,6 +34,7 @@ TreeShowCommand::TreeShowCommand(CLI::App& tree)
     : _command(tree.add_subcommand("show",
                                    "Show a tree model in a window, until it is closed; a "
                                    "click on a node collapses or opens it")) {
+  AddTreeModel(*_command, _options);
   _command
       ->add_option("--save-display", _saveDisplay,
                    "Where to write the display data as they are when the window is closed; - is "

@@ -17,6 +17,7 @@ TreeSizeCommand::TreeSizeCommand(CLI::App& tree)
     : _command(tree.add_subcommand("size",
                                    "Print the width and the height, in pixels, that the "
                                    "picture of a tree model has")) {
+  AddTreeModel(*_command, _options);
   AddTreeOptions(*_command, _options);
   _command->footer(
       "Examples:\n"
