@@ -114,8 +114,10 @@ class TextsTest {
     assertEquals(2, few.size());
     assertTrue(few.get(1).endsWith("\u2026") && TreeStyle.width(few.get(1), FONT) <= 80);
     String trees = "\uD83C\uDF33".repeat(20);
-    for (String line : TextBlock.wrap(trees, FONT, 50, 99)) {
-      assertEquals(line.length(), 2 * line.codePointCount(0, line.length()));
+    for (int width = 1; width < 90; width++) {
+      for (String line : TextBlock.wrap(trees, FONT, width, 99)) {
+        assertEquals(line.length(), 2 * line.codePointCount(0, line.length()), width + ": " + line);
+      }
     }
     assertTrue(TextBlock.wrap("x".repeat(1_000_000), FONT, 100, 3).size() == 3);
   }

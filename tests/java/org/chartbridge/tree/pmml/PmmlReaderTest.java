@@ -401,7 +401,7 @@ class PmmlReaderTest {
 
   @Test
   void positionsHoldBehindCommentsAndSections() {
-    String tricky = "<Node><True/><!-- <Node> --><Extension><![CDATA[<Node> ]]></Extension><?pi"
+    String tricky = "<Node><True/><!-- <Node> --><Extension><![CDATA[ > <Node> ]]></Extension><?pi"
         + " <a>?>"
         + "<Extension value=\">\"/><Node/></Node>";
     int column = tricky.indexOf("<Node/>") + 1;

@@ -86,5 +86,9 @@ class SchemaFolderTest {
     Files.delete(schema);
     copySchema("pmml-4-4.xsd");
     assertDoesNotThrow(() -> reader.model(good));
+    // Another schema under the same name, by which the same document is not valid.
+    Files.writeString(schema, "<xs:schema xmlns:xs=\"http://www.w3.org/2001/XMLSchema\"/>");
+    String changed = assertThrows(TreeException.class, () -> reader.model(good)).getMessage();
+    assertTrue(changed.contains("not valid by pmml-4-4.xsd"), changed);
   }
 }
