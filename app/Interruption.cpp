@@ -9,16 +9,23 @@ volatile sig_atomic_t hasCome = 0;
 
 void OnSignal(int) { hasCome = 1; }
 
+/// Leaves a signal ignored that the caller ignores, as nohup does.
+void Catch(int signal, struct sigaction& before) {
+  sigaction(signal, nullptr, &before);
+  if (before.sa_handler == SIG_IGN) return;
+  struct sigaction action {};
+  action.sa_handler = OnSignal;
+  action.sa_flags = SA_RESTART;
+  sigaction(signal, &action, nullptr);
+}
+
 }  // namespace
 
 Interruption::Interruption() {
   hasCome = 0;
-  struct sigaction action {};
-  action.sa_handler = OnSignal;
-  action.sa_flags = SA_RESTART;
-  sigaction(SIGHUP, &action, &_hangup);
-  sigaction(SIGINT, &action, &_interrupt);
-  sigaction(SIGTERM, &action, &_terminate);
+  Catch(SIGHUP, _hangup);
+  Catch(SIGINT, _interrupt);
+  Catch(SIGTERM, _terminate);
 }
 
 Interruption::~Interruption() {
