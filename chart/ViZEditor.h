@@ -144,7 +144,8 @@ class CHARTBRIDGE_EXPORT ViZEditor {
   /// false. Java must return an array: a null one is a wrong JNI call, which only the guard
   /// survives.
   ///
-  /// @param document replaced by the result, also by an empty one
+  /// @param document replaced by the result, also by an empty one, and emptied when Java gives none
+  ///     (it returned null, or the thread could not be attached)
   /// @return whether the result has at least one byte; false when the editor is not started
   bool ApplyStyleSheet(std::string& document, const std::string& styleSheet);
 

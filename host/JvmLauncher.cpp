@@ -22,7 +22,9 @@ std::atomic<bool> capturing{false};
 std::string captured;
 
 jint PrintForJvm(FILE* stream, const char* format, va_list arguments) {
-  if (!capturing) return std::vfprintf(stream, format, arguments);
+  // Log files that the options name come through here too, and go where they belong.
+  const bool isConsole = stream == stdout || stream == stderr;
+  if (!capturing || !isConsole) return std::vfprintf(stream, format, arguments);
   char text[1024];
   const int length = std::vsnprintf(text, sizeof text, format, arguments);
   captured += text;

@@ -196,7 +196,7 @@ bool JTreeImager::readKey(jobject entry, jmethodID getKey, jbyteArray& keyBytes,
   }
   // A key that holds a zero byte ends there.
   key = text;
-  return true;
+  return true;  // NOLINT(clang-analyzer-unix.Malloc): text stays allocated, see above
 }
 
 bool JTreeImager::renderModelToFiles(const std::string& doc1, const std::string& doc2,
