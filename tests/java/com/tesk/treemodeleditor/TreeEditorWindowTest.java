@@ -335,6 +335,18 @@ class TreeEditorWindowTest {
     await("the picture has grown", () -> onEventThread(
         () -> canvas().getPreferredSize().width) == Math.ceil(picture.width() * 1.5));
     rest();
+    BufferedImage drawn = new BufferedImage(
+        picture.width(), picture.height(), BufferedImage.TYPE_INT_RGB);
+    java.awt.Graphics2D g = drawn.createGraphics();
+    picture.draw(g);
+    g.dispose();
+    Rectangle2D highest = picture.marks().get(12).area().getBounds2D();
+    int x = (int) highest.getX() + 5;
+    int y = (int) highest.getY() + 8;
+    Point origin = onEventThread(() -> canvas().getLocationOnScreen());
+    BufferedImage seen =
+        screen(new Rectangle(origin.x + x * 3 / 2, origin.y + y * 3 / 2, 1, 1));
+    assertEquals(drawn.getRGB(x, y), seen.getRGB(0, 0), "the ground of the last node");
     click(onScreen(picture, 1, 1.5));
     await("the node is collapsed", () -> display().contains("path=\"1.1\""));
   }
