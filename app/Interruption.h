@@ -2,7 +2,7 @@
 #ifndef APP_INTERRUPTION_H_
 #define APP_INTERRUPTION_H_
 
-#include <signal.h>
+#include <csignal>
 
 namespace chartbridge {
 
