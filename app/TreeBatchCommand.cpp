@@ -51,6 +51,8 @@ TreeBatchCommand::TreeBatchCommand(CLI::App& tree)
 void TreeBatchCommand::CheckUsage() const {
   CheckTreeOptions(_options);
   CheckStandardInput({_options.model, _options.display, _samples, _styleFile});
+  // The list of files comes back in a way that ends the process on a JVM without the guard.
+  if (!_options.java.guard) throw UsageError("--no-guard: tree batch does not work without it");
   if (IsStandardStream(_folder)) throw UsageError("-o must name a folder");
   Format();
 }

@@ -129,6 +129,15 @@ TEST_F(TreeBatchTest, WrongDocumentsAreNamed) {
                 "column \"b\" is missing.");
 }
 
+TEST_F(TreeBatchTest, NeedsTheGuard) {
+  const RunResult result = folder.Tree({"batch", "iris.pmml", "-o", "out", "--no-guard"});
+  EXPECT_EQ(result.exitCode, 2);
+  EXPECT_EQ(result.errors,
+            "chartbridge: --no-guard: tree batch does not work without it\n"
+            "Try: chartbridge tree batch --help\n");
+  EXPECT_THAT(folder.NewNames(), ElementsAre());
+}
+
 TEST_F(TreeBatchTest, FormatMustBeKnownAndTheFolderOne) {
   const RunResult type = folder.Tree({"batch", "iris.pmml", "-o", "out", "--type", "tiff"});
   EXPECT_EQ(type.exitCode, 2);
