@@ -9,7 +9,7 @@
 class JNIAccessor {
  public:
   explicit JNIAccessor(JNIEnv* env);
-  ~JNIAccessor();
+  ~JNIAccessor();  // NOLINT(performance-trivially-destructible): the host supplies it
 
   JNIAccessor(const JNIAccessor&) = delete;
   JNIAccessor& operator=(const JNIAccessor&) = delete;
