@@ -103,8 +103,8 @@ bool JChartImager::RenderToMem(const std::string& chart, const std::string& data
   const jstring auxString1 = NewJavaString(*this, auxText1, auxText1Length);
   const jstring auxString2 = NewJavaString(*this, auxText2, auxText2Length);
 
-  // The data goes as a byte[] where the method takes a ByteBuffer, on purpose: the JNI guard wraps
-  // it, and hosts without the guard have Java classes that expect it.
+  // The data goes as a byte[] where the method takes a ByteBuffer, on purpose. The JNI guard wraps
+  // it; without the guard today's JVMs do not survive it.
   setMethod("RenderToMem", "([BLjava/nio/ByteBuffer;IDLjava/lang/String;[BLjava/lang/String;[B)[B");
   const auto result = static_cast<jbyteArray>(jni()->CallObjectMethod(
       getObject(), getMethodID(), chartArray, dataArray, static_cast<jint>(imageType), size,

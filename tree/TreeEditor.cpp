@@ -216,7 +216,7 @@ bool TreeEditor::CalculateSize(const std::string& model, const std::string& disp
   if (_editor == nullptr) return false;
   try {
     AttachBindingsToThread();
-    // Measuring deactivates the editor first, on purpose: Java measures an inactive one only.
+    // Measuring deactivates the editor first, on purpose: Java sees both calls, in this order.
     DeActivate();
     return _editor->calculateSizeArray(model, display, width, height);
   } catch (JException) {
