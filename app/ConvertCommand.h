@@ -5,25 +5,21 @@
 #include <CLI/CLI.hpp>
 #include <string>
 
+#include "app/Command.h"
 #include "app/JavaMachine.h"
 
 namespace chartbridge {
 
 /// `chartbridge convert gpl` and `chartbridge convert upgrade`: other forms of a chart become
 /// current chart XML.
-class ConvertCommand {
+class ConvertCommand : public Command {
  public:
   /// Adds the subcommands to `app`. Both must live until the command line has been parsed and run.
   explicit ConvertCommand(CLI::App& app);
 
-  ConvertCommand(const ConvertCommand&) = delete;
-  ConvertCommand& operator=(const ConvertCommand&) = delete;
-
-  /// Whether the command line asks for this command.
-  bool IsChosen() const { return _command->parsed(); }
-  /// Does it. Throws `Failure`.
-  void Run();
-  bool IsVerbose() const { return _java.verbose; }
+  bool IsChosen() const override { return _command->parsed(); }
+  void Run() override;
+  bool IsVerbose() const override { return _java.verbose; }
 
  private:
   void AddArguments(CLI::App& conversion);

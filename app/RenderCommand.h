@@ -5,6 +5,7 @@
 #include <CLI/CLI.hpp>
 #include <string>
 
+#include "app/Command.h"
 #include "app/JavaMachine.h"
 #include "chart/ViZEditor.h"
 
@@ -16,19 +17,14 @@ class JavaFailure;
 class OutputFile;
 
 /// `chartbridge render`: a chart and its data become a picture.
-class RenderCommand {
+class RenderCommand : public Command {
  public:
   /// Adds the subcommand to `app`. Both must live until the command line has been parsed and run.
   explicit RenderCommand(CLI::App& app);
 
-  RenderCommand(const RenderCommand&) = delete;
-  RenderCommand& operator=(const RenderCommand&) = delete;
-
-  /// Whether the command line asks for this command.
-  bool IsChosen() const { return _command->parsed(); }
-  /// Does it. Throws `Failure` and `UsageError`.
-  void Run();
-  bool IsVerbose() const { return _java.verbose; }
+  bool IsChosen() const override { return _command->parsed(); }
+  void Run() override;
+  bool IsVerbose() const override { return _java.verbose; }
 
  private:
   void CheckUsage() const;

@@ -5,25 +5,21 @@
 #include <CLI/CLI.hpp>
 #include <string>
 
+#include "app/Command.h"
 #include "app/TreeOptions.h"
 #include "tree/TreeEditor.h"
 
 namespace chartbridge {
 
 /// `chartbridge tree batch`: a tree model becomes a set of pictures.
-class TreeBatchCommand {
+class TreeBatchCommand : public Command {
  public:
   /// Adds the subcommand to `tree`. Both must live until the command line has been parsed and run.
   explicit TreeBatchCommand(CLI::App& tree);
 
-  TreeBatchCommand(const TreeBatchCommand&) = delete;
-  TreeBatchCommand& operator=(const TreeBatchCommand&) = delete;
-
-  /// Whether the command line asks for this command.
-  bool IsChosen() const { return _command->parsed(); }
-  /// Does it. Throws `Failure` and `UsageError`.
-  void Run();
-  bool IsVerbose() const { return _options.java.verbose; }
+  bool IsChosen() const override { return _command->parsed(); }
+  void Run() override;
+  bool IsVerbose() const override { return _options.java.verbose; }
 
  private:
   void CheckUsage() const;

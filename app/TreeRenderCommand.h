@@ -5,6 +5,7 @@
 #include <CLI/CLI.hpp>
 #include <string>
 
+#include "app/Command.h"
 #include "app/TreeOptions.h"
 #include "tree/TreeEditor.h"
 
@@ -14,19 +15,14 @@ class OutputFile;
 class TreeDocuments;
 
 /// `chartbridge tree render`: a tree model becomes a picture.
-class TreeRenderCommand {
+class TreeRenderCommand : public Command {
  public:
   /// Adds the subcommand to `tree`. Both must live until the command line has been parsed and run.
   explicit TreeRenderCommand(CLI::App& tree);
 
-  TreeRenderCommand(const TreeRenderCommand&) = delete;
-  TreeRenderCommand& operator=(const TreeRenderCommand&) = delete;
-
-  /// Whether the command line asks for this command.
-  bool IsChosen() const { return _command->parsed(); }
-  /// Does it. Throws `Failure` and `UsageError`.
-  void Run();
-  bool IsVerbose() const { return _options.java.verbose; }
+  bool IsChosen() const override { return _command->parsed(); }
+  void Run() override;
+  bool IsVerbose() const override { return _options.java.verbose; }
 
  private:
   TreeEditor::IMAGE_TYPE Format() const;

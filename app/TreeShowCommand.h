@@ -5,24 +5,20 @@
 #include <CLI/CLI.hpp>
 #include <string>
 
+#include "app/Command.h"
 #include "app/TreeOptions.h"
 
 namespace chartbridge {
 
 /// `chartbridge tree show`: a tree model in a window, until the window is closed.
-class TreeShowCommand {
+class TreeShowCommand : public Command {
  public:
   /// Adds the subcommand to `tree`. Both must live until the command line has been parsed and run.
   explicit TreeShowCommand(CLI::App& tree);
 
-  TreeShowCommand(const TreeShowCommand&) = delete;
-  TreeShowCommand& operator=(const TreeShowCommand&) = delete;
-
-  /// Whether the command line asks for this command.
-  bool IsChosen() const { return _command->parsed(); }
-  /// Does it. Throws `Failure` and `UsageError`.
-  void Run();
-  bool IsVerbose() const { return _options.java.verbose; }
+  bool IsChosen() const override { return _command->parsed(); }
+  void Run() override;
+  bool IsVerbose() const override { return _options.java.verbose; }
 
  private:
   CLI::App* _command;

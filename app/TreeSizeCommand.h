@@ -4,24 +4,20 @@
 
 #include <CLI/CLI.hpp>
 
+#include "app/Command.h"
 #include "app/TreeOptions.h"
 
 namespace chartbridge {
 
 /// `chartbridge tree size`: how large the picture of a tree model is.
-class TreeSizeCommand {
+class TreeSizeCommand : public Command {
  public:
   /// Adds the subcommand to `tree`. Both must live until the command line has been parsed and run.
   explicit TreeSizeCommand(CLI::App& tree);
 
-  TreeSizeCommand(const TreeSizeCommand&) = delete;
-  TreeSizeCommand& operator=(const TreeSizeCommand&) = delete;
-
-  /// Whether the command line asks for this command.
-  bool IsChosen() const { return _command->parsed(); }
-  /// Does it. Throws `Failure` and `UsageError`.
-  void Run();
-  bool IsVerbose() const { return _options.java.verbose; }
+  bool IsChosen() const override { return _command->parsed(); }
+  void Run() override;
+  bool IsVerbose() const override { return _options.java.verbose; }
 
  private:
   CLI::App* _command;

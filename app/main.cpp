@@ -2,9 +2,12 @@
 #include <CLI/CLI.hpp>
 #include <exception>
 #include <iostream>
+#include <memory>
 #include <new>
 #include <string>
+#include <vector>
 
+#include "app/Command.h"
 #include "app/ConvertCommand.h"
 #include "app/Failure.h"
 #include "app/NativeText.h"
@@ -13,6 +16,7 @@
 
 namespace {
 
+using chartbridge::Command;
 using chartbridge::ConvertCommand;
 using chartbridge::Failure;
 using chartbridge::RenderCommand;
@@ -41,7 +45,6 @@ int ReportFailure(const Failure& failure, bool verbose) {
   return kFailed;
 }
 
-template <typename Command>
 int Run(Command& command) {
   try {
     command.Run();
@@ -49,6 +52,22 @@ int Run(Command& command) {
   } catch (const Failure& failure) {
     return ReportFailure(failure, command.IsVerbose());
   }
+}
+
+/// Adds all commands, in the order in which the help lists them.
+std::vector<std::unique_ptr<Command>> AddCommands(CLI::App& app) {
+  std::vector<std::unique_ptr<Command>> commands;
+  commands.push_back(std::make_unique<RenderCommand>(app));
+  commands.push_back(std::make_unique<ConvertCommand>(app));
+  commands.push_back(std::make_unique<TreeCommand>(app));
+  return commands;
+}
+
+int RunChosen(const std::vector<std::unique_ptr<Command>>& commands) {
+  for (const auto& command : commands) {
+    if (command->IsChosen()) return Run(*command);
+  }
+  throw UsageError("a command is required");
 }
 
 int RunCommandLine(int argc, char** argv) {
@@ -64,13 +83,10 @@ int RunCommandLine(int argc, char** argv) {
       "  chartbridge convert gpl sales.gpl -o sales.xml\n"
       "  chartbridge tree render iris.pmml -o iris.svg\n"
       "  chartbridge render --help");
-  RenderCommand render(app);
-  ConvertCommand convert(app);
-  TreeCommand tree(app);
+  const auto commands = AddCommands(app);
   try {
     app.parse(argc, argv);
-    if (render.IsChosen()) return Run(render);
-    return tree.IsChosen() ? Run(tree) : Run(convert);
+    return RunChosen(commands);
   } catch (const CLI::Success& answered) {
     return app.exit(answered);
   } catch (const CLI::ParseError& error) {
