@@ -18,13 +18,13 @@ import org.xml.sax.SAXParseException;
 import org.xml.sax.helpers.AttributesImpl;
 
 /** Holds documents against a schema of the jar. Thread-safe. */
-final class SchemaCheck {
+public final class SchemaCheck {
   private static final String LOCALE = "http://apache.org/xml/properties/locale";
 
   private final String file;
   private volatile Schema schema;
 
-  SchemaCheck(String file) {
+  public SchemaCheck(String file) {
     this.file = file;
   }
 
@@ -32,7 +32,7 @@ final class SchemaCheck {
    * The first thing about the document that the schema does not allow, with its position; null when
    * it is valid.
    */
-  ChartException firstError(XmlElement root) {
+  public ChartException firstError(XmlElement root) {
     Walk walk = new Walk();
     try {
       ValidatorHandler handler = schema().newValidatorHandler();

@@ -20,7 +20,7 @@ import java.util.Set;
  * The font files behind the families that pictures are usually set in, as the distribution
  * installs them.
  */
-final class FontFiles {
+public final class FontFiles {
   private static final List<Path> FOLDERS =
       List.of(Path.of("/usr/share/fonts"), Path.of("/usr/local/share/fonts"),
           Path.of(System.getProperty("user.home", "/"), ".local/share/fonts"),
@@ -29,9 +29,9 @@ final class FontFiles {
   private static final int MAX_DEPTH = 6;
 
   /** The four faces of a family, in the order of {@link Font#PLAIN}, BOLD, ITALIC and both. */
-  record Family(String name, List<String> fileNames) {}
+  public record Family(String name, List<String> fileNames) {}
 
-  static final List<Family> FAMILIES =
+  public static final List<Family> FAMILIES =
       List.of(liberation("Sans"), liberation("Serif"), liberation("Mono"),
           dejaVu("Sans", "Oblique"), dejaVu("Serif", "Italic"), dejaVu("Sans Mono", "Oblique"));
 
@@ -54,7 +54,7 @@ final class FontFiles {
   }
 
   /** The file of that name in one of the font folders, or null. */
-  static synchronized Path find(String fileName) {
+  public static synchronized Path find(String fileName) {
     if (files == null) {
       files = new HashMap<>();
       FOLDERS.forEach(FontFiles::scan);

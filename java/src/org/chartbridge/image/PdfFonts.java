@@ -18,7 +18,7 @@ import org.apache.fop.fonts.FontUris;
  * The fonts that a PDF document can embed. The files are opened when the first text is set in
  * them.
  */
-final class PdfFonts {
+public final class PdfFonts {
   private PdfFonts() {}
 
   /** A new set for one document; it remembers which fonts and characters that document uses. */
@@ -52,7 +52,7 @@ final class PdfFonts {
   }
 
   /** The embedded font that can show all of the text as that Java font does, or null. */
-  static Font find(FontInfo info, java.awt.Font font, String text) {
+  public static Font find(FontInfo info, java.awt.Font font, String text) {
     FontTriplet triplet = triplet(font.getFamily(), font.getStyle());
     if (font.isTransformed() || !info.getFontTriplets().containsKey(triplet)) {
       return null;
