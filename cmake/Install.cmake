@@ -1,11 +1,16 @@
 # SPDX-License-Identifier: Apache-2.0
 #
-# What an installation holds:
-#   bin/chartbridge              the command
-#   include/chartbridge/         the headers that hosts use, in their folders
-#   lib/                         the library, the reference host and the guard
-#   lib/cmake/chartbridge/       find_package(chartbridge)
-#   share/chartbridge/           the Java classes and their class-data-sharing archive
+# What an installation holds, by component:
+#   library       lib/                        libchartbridge.so
+#   host          lib/                        the reference host and the guard
+#   java          share/chartbridge/          the Java classes
+#   development   include/chartbridge/        the headers that hosts use, in their folders
+#                 lib/cmake/chartbridge/      find_package(chartbridge)
+#                 lib/pkgconfig/              chartbridge, chartbridge-host and chartbridge-guard
+#   command       bin/chartbridge             the command
+#                 share/man/man1/             its manual pages
+#                 share/bash-completion/      its completion
+#   archive       share/chartbridge/          the class-data-sharing archive of the Java classes
 include(CMakePackageConfigHelpers)
 
 set(chartbridge_public_headers
@@ -33,7 +38,8 @@ set(chartbridge_public_headers
 foreach(header IN LISTS chartbridge_public_headers)
   cmake_path(GET header PARENT_PATH folder)
   install(FILES "${PROJECT_SOURCE_DIR}/${header}"
-          DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/chartbridge/${folder}")
+          DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/chartbridge/${folder}"
+          COMPONENT development)
 endforeach()
 
 # The installation can be moved as a whole: everything is found from where it lies.
@@ -43,54 +49,118 @@ set_target_properties(chartbridge_app PROPERTIES
   INSTALL_RPATH "$ORIGIN/${libraries_from_command}")
 set_target_properties(chartbridge teskhost jniguard PROPERTIES INSTALL_RPATH "$ORIGIN")
 
-install(TARGETS chartbridge teskhost jniguard EXPORT chartbridgeTargets
-        LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}")
-install(TARGETS chartbridge_app RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+install(TARGETS chartbridge EXPORT chartbridgeTargets
+        LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+        COMPONENT library NAMELINK_COMPONENT development)
+install(TARGETS teskhost EXPORT chartbridgeTargets
+        LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+        COMPONENT host NAMELINK_COMPONENT development)
+# The JVM option -agentpath and the reference host name the guard without a version.
+install(TARGETS jniguard EXPORT chartbridgeTargets
+        LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT host)
+install(TARGETS chartbridge_app
+        RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT command)
+
+# Below /usr the linker looks by itself, and distributions forbid search paths there.
+set(runpath_files_host teskhost jniguard)
+set(runpath_files_library chartbridge)
+foreach(component library host)
+  foreach(target IN LISTS runpath_files_${component})
+    list(APPEND without_runpath_${component}
+      "${CMAKE_INSTALL_LIBDIR}/lib${target}.so.${PROJECT_VERSION}")
+  endforeach()
+endforeach()
+set(without_runpath_command "${CMAKE_INSTALL_BINDIR}/chartbridge")
+foreach(component library host command)
+  install(CODE "
+    if(CMAKE_INSTALL_PREFIX STREQUAL \"/usr\")
+      foreach(file IN ITEMS ${without_runpath_${component}})
+        file(RPATH_REMOVE FILE \"\$ENV{DESTDIR}/usr/\${file}\")
+      endforeach()
+    endif()" COMPONENT ${component})
+endforeach()
 
 set(chartbridge_data_dir "${CMAKE_INSTALL_DATADIR}/chartbridge")
 set(chartbridge_package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/chartbridge")
 set(chartbridge_jar "${CMAKE_BINARY_DIR}/java/chartbridge-runtime.jar")
 install(FILES "${chartbridge_jar}" "${CMAKE_BINARY_DIR}/java/libraries.txt"
-        DESTINATION "${chartbridge_data_dir}")
+        DESTINATION "${chartbridge_data_dir}" COMPONENT java)
 
-install(EXPORT chartbridgeTargets NAMESPACE chartbridge:: DESTINATION "${chartbridge_package_dir}")
+install(EXPORT chartbridgeTargets NAMESPACE chartbridge::
+        DESTINATION "${chartbridge_package_dir}" COMPONENT development)
 configure_package_config_file(
   "${PROJECT_SOURCE_DIR}/cmake/chartbridgeConfig.cmake.in"
   "${CMAKE_BINARY_DIR}/cmake/chartbridgeConfig.cmake"
   INSTALL_DESTINATION "${chartbridge_package_dir}"
   PATH_VARS chartbridge_data_dir)
 write_basic_package_version_file(
-  "${CMAKE_BINARY_DIR}/cmake/chartbridgeConfigVersion.cmake" COMPATIBILITY SameMinorVersion)
+  "${CMAKE_BINARY_DIR}/cmake/chartbridgeConfigVersion.cmake" COMPATIBILITY SameMajorVersion)
 install(FILES
   "${CMAKE_BINARY_DIR}/cmake/chartbridgeConfig.cmake"
   "${CMAKE_BINARY_DIR}/cmake/chartbridgeConfigVersion.cmake"
-  DESTINATION "${chartbridge_package_dir}")
+  DESTINATION "${chartbridge_package_dir}" COMPONENT development)
+
+set(pkgconfig_dir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+file(RELATIVE_PATH prefix_from_pkgconfig "/prefix/${pkgconfig_dir}" /prefix)
+foreach(module chartbridge chartbridge-host chartbridge-guard)
+  configure_file("${PROJECT_SOURCE_DIR}/packaging/pkgconfig/${module}.pc.in"
+                 "${CMAKE_BINARY_DIR}/pkgconfig/${module}.pc" @ONLY)
+  install(FILES "${CMAKE_BINARY_DIR}/pkgconfig/${module}.pc"
+          DESTINATION "${pkgconfig_dir}" COMPONENT development)
+endforeach()
+
+install(FILES "${PROJECT_SOURCE_DIR}/packaging/completion/chartbridge.bash"
+        DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions" RENAME chartbridge
+        COMPONENT command)
+
+# The manual pages are made by running the command, which an instrumented build makes slow.
+if(CHARTBRIDGE_SANITIZE)
+  return()
+endif()
+set(man_dir "${CMAKE_BINARY_DIR}/man")
+set(man_sources "${PROJECT_SOURCE_DIR}/packaging/man")
+add_custom_command(
+  OUTPUT "${man_dir}/chartbridge.1.gz"
+  COMMAND "${man_sources}/make-man-pages"
+    "$<TARGET_FILE:chartbridge_app>" "${PROJECT_VERSION}" "${man_dir}"
+  DEPENDS chartbridge_app "${man_sources}/make-man-pages" "${man_sources}/help-to-roff.awk"
+    "${man_sources}/common.roff"
+  COMMENT "Manual pages"
+  VERBATIM)
+add_custom_target(chartbridge_man ALL DEPENDS "${man_dir}/chartbridge.1.gz")
+install(DIRECTORY "${man_dir}/" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT command)
 
 # The class-data-sharing archive belongs to one JVM, one jar and one path of that jar, so the build
 # folder and the installation each have their own. It saves time and nothing else: where it cannot
 # be made, the command runs without it.
 set(chartbridge_archive_script "${PROJECT_SOURCE_DIR}/cmake/MakeClassArchive.cmake")
 set(chartbridge_archive "${CMAKE_BINARY_DIR}/java/chartbridge.jsa")
-if(NOT CHARTBRIDGE_SANITIZE)
-  add_custom_command(
-    OUTPUT "${chartbridge_archive}"
-    COMMAND "${CMAKE_COMMAND}"
-      -D "COMMAND=$<TARGET_FILE:chartbridge_app>"
-      -D "EXAMPLES=${PROJECT_SOURCE_DIR}/examples"
-      -D "ARCHIVE=${chartbridge_archive}"
-      -P "${chartbridge_archive_script}"
-    DEPENDS chartbridge_app "${chartbridge_jar}" "${chartbridge_archive_script}"
-    COMMENT "Java: chartbridge.jsa"
-    VERBATIM)
-  add_custom_target(chartbridge_archive ALL DEPENDS "${chartbridge_archive}")
-  add_dependencies(chartbridge_archive chartbridge_jar jniguard)
+set(chartbridge_class_list "${CMAKE_BINARY_DIR}/java/chartbridge.classlist")
+add_custom_command(
+  OUTPUT "${chartbridge_archive}" "${chartbridge_class_list}"
+  COMMAND "${CMAKE_COMMAND}"
+    -D "COMMAND=$<TARGET_FILE:chartbridge_app>"
+    -D "EXAMPLES=${PROJECT_SOURCE_DIR}/examples"
+    -D "ARCHIVE=${chartbridge_archive}"
+    -D "CLASS_LIST=${chartbridge_class_list}"
+    -D TRAIN=ON
+    -P "${chartbridge_archive_script}"
+  DEPENDS chartbridge_app "${chartbridge_jar}" "${chartbridge_archive_script}"
+  COMMENT "Java: chartbridge.jsa"
+  VERBATIM)
+add_custom_target(chartbridge_archive ALL DEPENDS "${chartbridge_archive}")
+add_dependencies(chartbridge_archive jniguard chartbridge_jar)
 
-  install(CODE "
-    if(\"\$ENV{DESTDIR}\" STREQUAL \"\")
-      execute_process(COMMAND \"${CMAKE_COMMAND}\"
-        -D \"COMMAND=\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}/chartbridge\"
-        -D \"EXAMPLES=${PROJECT_SOURCE_DIR}/examples\"
-        -D \"ARCHIVE=\${CMAKE_INSTALL_PREFIX}/${chartbridge_data_dir}/chartbridge.jsa\"
-        -P \"${chartbridge_archive_script}\")
-    endif()")
-endif()
+install(FILES "${chartbridge_class_list}"
+        DESTINATION "${chartbridge_data_dir}" COMPONENT java)
+install(CODE "
+  if(\"\$ENV{DESTDIR}\" STREQUAL \"\")
+    execute_process(COMMAND \"${CMAKE_COMMAND}\"
+      -D \"COMMAND=\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}/chartbridge\"
+      -D \"EXAMPLES=${PROJECT_SOURCE_DIR}/examples\"
+      -D \"ARCHIVE=\${CMAKE_INSTALL_PREFIX}/${chartbridge_data_dir}/chartbridge.jsa\"
+      -D \"CLASS_LIST=\${CMAKE_INSTALL_PREFIX}/${chartbridge_data_dir}/chartbridge.classlist\"
+      -P \"${chartbridge_archive_script}\")
+  endif()" COMPONENT archive)
+
+include(Packages)

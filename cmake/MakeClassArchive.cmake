@@ -1,11 +1,13 @@
 # SPDX-License-Identifier: Apache-2.0
 #
 # Makes a class-data-sharing archive of what a run of the command loads:
-#   cmake -D COMMAND=chartbridge -D EXAMPLES=folder -D ARCHIVE=file -P MakeClassArchive.cmake
+#   cmake -D COMMAND=chartbridge -D EXAMPLES=folder -D CLASS_LIST=file -D ARCHIVE=file [-D TRAIN=ON]
+#         -P MakeClassArchive.cmake
 #
-# A few of the examples are rendered, each in a JVM that lists the classes it loads. Then a JVM with
-# the same class path writes those classes to the archive. The command works without an archive as
-# well, so nothing here is an error; where none can be made, the file stays empty.
+# TRAIN makes the list of classes first: a few of the examples are rendered, each in a JVM that
+# lists the classes it loads. Then a JVM with the same class path writes the listed classes to the
+# archive. The command works without an archive as well, so nothing here is an error; where none can
+# be made, the file stays empty.
 
 # chart:data:ending of the picture
 set(training
@@ -35,21 +37,23 @@ function(render options chart data ending)
   set(output "${output}" PARENT_SCOPE)
 endfunction()
 
-set(class_list "${work}/classes.txt")
-foreach(example IN LISTS training)
-  string(REPLACE ":" ";" example "${example}")
-  list(GET example 0 chart)
-  set(loaded "${work}/${chart}.txt")
-  render("-Xshare:off -XX:DumpLoadedClassList=${loaded}" ${example})
-  if(EXISTS "${loaded}")
-    file(READ "${loaded}" classes)
-    file(APPEND "${class_list}" "${classes}")
-  endif()
-endforeach()
+if(TRAIN)
+  file(WRITE "${CLASS_LIST}" "")
+  foreach(example IN LISTS training)
+    string(REPLACE ":" ";" example "${example}")
+    list(GET example 0 chart)
+    set(loaded "${work}/${chart}.txt")
+    render("-Xshare:off -XX:DumpLoadedClassList=${loaded}" ${example})
+    if(EXISTS "${loaded}")
+      file(READ "${loaded}" classes)
+      file(APPEND "${CLASS_LIST}" "${classes}")
+    endif()
+  endforeach()
+endif()
 
 # The default collector can also put objects of the JDK into the archive. The JVM that writes an
 # archive ends when it is written; the example that it is started for is not rendered.
-render("-XX:-UseSerialGC -XX:+UseG1GC -Xshare:dump -XX:SharedClassListFile=${class_list} \
+render("-XX:-UseSerialGC -XX:+UseG1GC -Xshare:dump -XX:SharedClassListFile=${CLASS_LIST} \
 -XX:SharedArchiveFile=${ARCHIVE}" air.gpl air png)
 
 file(REMOVE_RECURSE "${work}")
