@@ -8,7 +8,7 @@ import java.nio.file.Path;
 import java.util.function.Supplier;
 import org.chartbridge.chart.Chart;
 import org.chartbridge.chart.ChartException;
-import org.chartbridge.data.CsvReader;
+import org.chartbridge.data.ChartData;
 import org.chartbridge.draw.ChartDrawing;
 import org.chartbridge.draw.DrawOptions;
 import org.chartbridge.format.ChartSource;
@@ -27,7 +27,7 @@ import org.chartbridge.image.PictureEncoder;
  * <ul>
  *   <li>{@code chart}: chart XML, current or older, or graph language.
  *   <li>{@code data}: CSV in UTF-8. A direct buffer is the host's own memory; it is read during
- *       the call only and never copied as a whole.
+ *       the call only and never copied as a whole. Null or empty stands for the chart's own data.
  *   <li>{@code imageType}: 1 JPEG, 2 PNG, 3 BMP, 4 GIF, 5 SVG, 6 PDF, 7 image map.
  *   <li>{@code size}: in percent of the chart's own size, more than 0 and at most 10000.
  *   <li>{@code language}: a BCP 47 tag such as {@code de} or {@code pt-BR} for numbers and dates;
@@ -170,8 +170,7 @@ public final class ChartImager {
     DrawOptions options = RenderOptions.of(chart, language, texts, style, styleDocument);
     // Checked before the work is done, not after.
     Picture.ofPercent(chart.size().width(), chart.size().height(), size, graphics -> {});
-    ByteBuffer csv = data == null ? ByteBuffer.allocate(0) : data;
-    ChartDrawing drawing = ChartDrawing.prepare(chart, CsvReader.read(csv, chart), options);
+    ChartDrawing drawing = ChartDrawing.prepare(chart, ChartData.read(data, chart), options);
     Picture picture = Picture.ofPercent(drawing.width(), drawing.height(), size, drawing::draw);
     String title = chart.titles().title();
     return new Rendering(

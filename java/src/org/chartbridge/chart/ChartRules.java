@@ -16,6 +16,7 @@ public final class ChartRules {
 
   public static final int MAX_SIZE = 10_000;
   public static final int MAX_BINS = 500;
+  public static final int MAX_OWN_BINS = 10_000;
   public static final int MAX_PANELS_IN_A_ROW = 100;
 
   private static final Pattern COLOR = Pattern.compile("#[0-9a-fA-F]{6}");
@@ -159,7 +160,11 @@ public final class ChartRules {
       if (element.kind() == ElementKind.PIE && chart.elements().size() > 1) {
         report(path, "a pie stands alone; it shares no axes with other elements");
       }
-      checkChannels(path, element);
+      if (element.hasOwnBins()) {
+        problems.addAll(OwnBinsRules.check(path, element, chart));
+      } else {
+        checkChannels(path, element);
+      }
       checkLook(path, element);
     }
   }
@@ -313,6 +318,10 @@ public final class ChartRules {
     if (chart.style() != null) {
       checkName("style", chart.style());
     }
+    if (chart.template() != null) {
+      checkName("template", chart.template());
+    }
+    checkText("data", chart.data());
     for (int i = 0; i < chart.palette().size(); i++) {
       checkColor("palette[" + i + "]", chart.palette().get(i));
     }

@@ -81,6 +81,8 @@ final class AxisData {
         continue;
       }
       if (found != null && found != own) {
+        checkOwnBins(element, own);
+        checkOwnBins(first, found);
         throw element.error(name(), "it shows " + noun(own) + ", but " + first.name() + " shows "
             + noun(found) + " on the same axis; let both show the same kind of column, or declare "
             + "scale category.");
@@ -89,6 +91,23 @@ final class AxisData {
       first = element;
     }
     return found == null ? ScaleKind.CATEGORY : found;
+  }
+
+  /** The bins that an element brings are numbers whatever the axis says. */
+  private void checkOwnBins(ElementPlan element, ScaleKind shown) {
+    if (element.element.hasOwnBins()) {
+      throw element.error(name(), "its bins are " + noun(shown)
+          + ", but the other elements show something else on this axis; give the histogram a chart"
+          + " of its own, or show a column of numbers there.");
+    }
+  }
+
+  private ScaleKind kindOfOwnBins(ElementPlan element) {
+    if (axis.scale() == ScaleKind.CATEGORY || axis.scale() == ScaleKind.TIME) {
+      throw element.error(name(), "its bins are numbers, which do not fit the axis' scale "
+          + axis.scale().name().toLowerCase(Locale.ROOT) + "; change the scale.");
+    }
+    return axis.scale() == ScaleKind.LOG ? ScaleKind.LOG : ScaleKind.LINEAR;
   }
 
   private static String noun(ScaleKind kind) {
@@ -100,6 +119,9 @@ final class AxisData {
   }
 
   private ScaleKind ownKind(ElementPlan element) {
+    if (element.element.hasOwnBins()) {
+      return kindOfOwnBins(element);
+    }
     Channel channel = channel(element);
     if (channel == null) {
       return null;
@@ -227,6 +249,10 @@ final class AxisData {
       if (channel != null) {
         titles.add(plan.label(channel));
       }
+    }
+    boolean onlyBins = elements.stream().allMatch(element -> element.element.hasOwnBins());
+    if (onlyBins && !horizontal) {
+      titles.add(OwnBinsLayer.measureLabel(plan, elements));
     }
     return String.join(", ", titles);
   }

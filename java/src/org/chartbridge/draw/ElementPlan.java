@@ -42,13 +42,14 @@ final class ElementPlan {
     kind = element.kind();
     Channel givenX = element.x();
     Channel givenY = element.y();
-    boolean counts =
-        kind == ElementKind.BAR || kind == ElementKind.HISTOGRAM || kind == ElementKind.PIE;
+    boolean reads = !element.hasOwnBins();
+    boolean counts = reads
+        && (kind == ElementKind.BAR || kind == ElementKind.HISTOGRAM || kind == ElementKind.PIE);
     boolean noX = givenX == null && givenY != null && counts && kind != ElementKind.PIE;
     x = noX ? Channel.count() : givenX;
     y = givenY == null && counts ? Channel.count() : givenY;
-    require(x, "x", kind != ElementKind.BOX || y == null);
-    require(y, "y", kind != ElementKind.BOX || x == null);
+    require(x, "x", reads && (kind != ElementKind.BOX || y == null));
+    require(y, "y", reads && (kind != ElementKind.BOX || x == null));
     if (kind == ElementKind.HEATMAP) {
       require(element.color(), "color", true);
     }
@@ -189,7 +190,11 @@ final class ElementPlan {
   private void checkKinds() {
     switch (kind) {
       case BAR, LINE, AREA -> checkMeasure();
-      case HISTOGRAM -> checkHistogram();
+      case HISTOGRAM -> {
+        if (!element.hasOwnBins()) {
+          checkHistogram();
+        }
+      }
       case BOX -> checkBox();
       case PIE -> {
         if (isAggregate(x)) {

@@ -27,6 +27,9 @@ final class LayerFactory {
   }
 
   List<Layer> layers() {
+    if (element.element.hasOwnBins()) {
+      return perPanel(List.of(), (panel, part) -> new OwnBinsLayer(source, panel));
+    }
     return switch (element.kind) {
       case BAR -> new BarBuilder(source).layers(groups(), null);
       case HISTOGRAM -> histogram();

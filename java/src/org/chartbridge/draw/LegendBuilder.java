@@ -100,6 +100,9 @@ final class LegendBuilder {
   }
 
   static String seriesKey(Plan plan, ElementPlan element) {
+    if (element.element.hasOwnBins()) {
+      return plan.text("Histogram");
+    }
     return element.measure() == null ? element.kindName() : plan.label(element.measure());
   }
 

@@ -30,7 +30,7 @@ final class Scene {
     if (plan.chart.elements().isEmpty()) {
       throw new ChartException("The chart has no element; add one, for example a bar.");
     }
-    if (plan.table.rowCount() == 0) {
+    if (plan.table.rowCount() == 0 && plan.chart.showsData()) {
       throw new ChartException("Element 1 ("
           + plan.chart.elements().get(0).kind().name().toLowerCase(java.util.Locale.ROOT)
           + ") has nothing to draw: the data has no rows.");

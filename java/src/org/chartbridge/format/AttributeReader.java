@@ -20,7 +20,7 @@ import org.chartbridge.xml.XmlText;
  * Reads the typed attributes and the children of one element. Every error names element, attribute,
  * value and position.
  */
-final class AttributeReader {
+public final class AttributeReader {
   static final String SCHEMA_INSTANCE = "http://www.w3.org/2001/XMLSchema-instance";
 
   private static final Pattern WHOLE = Pattern.compile("[+-]?[0-9]{1,9}");
@@ -28,18 +28,18 @@ final class AttributeReader {
   private final XmlElement element;
   private final Set<String> known = new LinkedHashSet<>();
 
-  AttributeReader(XmlElement element) {
+  public AttributeReader(XmlElement element) {
     this.element = element;
   }
 
   /** The value as it stands there; null when it is not given. */
-  String text(String name) {
+  public String text(String name) {
     known.add(name);
     return element.attribute(name);
   }
 
   /** A value that must be given and not be blank. */
-  String name(String name) {
+  public String name(String name) {
     String value = text(name);
     if (value == null) {
       throw missing(name);
@@ -50,12 +50,12 @@ final class AttributeReader {
     return value;
   }
 
-  ChartException missing(String name) {
+  public ChartException missing(String name) {
     return element.error("<" + element.name() + "> needs the attribute " + name);
   }
 
   /** A whole number, or null. */
-  Integer whole(String name) {
+  public Integer whole(String name) {
     String value = text(name);
     if (value == null) {
       return null;
@@ -66,13 +66,21 @@ final class AttributeReader {
     return Integer.valueOf(value.strip());
   }
 
-  int whole(String name, int otherwise) {
+  public int whole(String name, int otherwise) {
     Integer value = whole(name);
     return value == null ? otherwise : value;
   }
 
+  /** A decimal number that must be given. */
+  public double number(String name) {
+    if (text(name) == null) {
+      throw missing(name);
+    }
+    return number(name, 0);
+  }
+
   /** A decimal number. */
-  double number(String name, double otherwise) {
+  public double number(String name, double otherwise) {
     String value = text(name);
     if (value == null) {
       return otherwise;
@@ -98,7 +106,7 @@ final class AttributeReader {
   }
 
   /** XML Schema's booleans: true, false, 1, 0. */
-  boolean flag(String name, boolean otherwise) {
+  public boolean flag(String name, boolean otherwise) {
     String value = text(name);
     if (value == null) {
       return otherwise;
@@ -111,12 +119,13 @@ final class AttributeReader {
   }
 
   /** One of the words of an enumeration. */
-  <E extends Enum<E>> E choice(String name, Class<E> type, E otherwise) {
+  public <E extends Enum<E>> E choice(String name, Class<E> type, E otherwise) {
     return choice(name, type, List.of(type.getEnumConstants()), otherwise);
   }
 
   /** One of the words of some constants of an enumeration. */
-  <E extends Enum<E>> E choice(String name, Class<E> type, Collection<E> allowed, E otherwise) {
+  public <E extends Enum<E>> E choice(
+      String name, Class<E> type, Collection<E> allowed, E otherwise) {
     String value = text(name);
     if (value == null) {
       return otherwise;
@@ -139,12 +148,12 @@ final class AttributeReader {
     throw element.error(name, place(name) + " is \"" + value + "\"; " + expected);
   }
 
-  ChartException unexpected(String name, String value, String expected) {
+  public ChartException unexpected(String name, String value, String expected) {
     return element.error(name, place(name) + " is \"" + value + "\"; expected " + expected);
   }
 
   /** Call when all attributes are read: anything else that is written there is a mistake. */
-  void finish() {
+  public void finish() {
     for (String name : element.attributes().keySet()) {
       if (known.contains(name) || isSchemaHint(name)) {
         continue;
@@ -159,7 +168,7 @@ final class AttributeReader {
    * The elements inside, all of the given names and, unless they may repeat, each at most once; no
    * text.
    */
-  List<XmlElement> children(Collection<String> names, boolean repeat) {
+  public List<XmlElement> children(Collection<String> names, boolean repeat) {
     Set<String> seen = new LinkedHashSet<>();
     List<XmlElement> children = new ArrayList<>();
     for (XmlNode node : element.content()) {
@@ -179,7 +188,7 @@ final class AttributeReader {
   }
 
   /** The element holds text only. */
-  String textContent() {
+  public String textContent() {
     for (XmlElement child : element.children()) {
       throw child.error(
           "<" + element.name() + "> holds text only, but found <" + child.name() + ">");

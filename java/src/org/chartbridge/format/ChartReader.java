@@ -8,6 +8,7 @@ import java.util.Map;
 import org.chartbridge.chart.Aggregate;
 import org.chartbridge.chart.Arrangement;
 import org.chartbridge.chart.Axis;
+import org.chartbridge.chart.Bin;
 import org.chartbridge.chart.ChannelRules;
 import org.chartbridge.chart.Channel;
 import org.chartbridge.chart.Chart;
@@ -33,7 +34,8 @@ import org.chartbridge.xml.XmlElement;
 /** Reads chart XML of any known version. */
 public final class ChartReader {
   private static final List<String> PARTS =
-      List.of("titles", "columns", "axes", "elements", "legend", "facet", "palette");
+      List.of("titles", "columns", "axes", "elements", "legend", "facet", "palette", "data");
+  private static final String BIN = "bin";
 
   private final ChartPlaces places = new ChartPlaces();
   private final Map<String, XmlElement> parts = new HashMap<>();
@@ -85,12 +87,25 @@ public final class ChartReader {
     place("size.height", root, "height");
     String style = in.text("style");
     place("style", root, "style");
+    String template = in.text("template");
+    place("template", root, "template");
     in.finish();
     if (!parts.containsKey("elements")) {
       throw root.error("<chart> needs <elements>");
     }
     return new Chart(new ChartSize(width, height), titles(), columns(), axis("x"), axis("y"),
-        elements(), legend(), facet(), style, palette());
+        elements(), legend(), facet(), style, palette(), data(), template);
+  }
+
+  private String data() {
+    XmlElement element = parts.get("data");
+    if (element == null) {
+      return null;
+    }
+    AttributeReader in = new AttributeReader(element);
+    in.finish();
+    place("data", element);
+    return in.textContent();
   }
 
   private Titles titles() {
@@ -208,11 +223,11 @@ public final class ChartReader {
 
   private Element element(String path, XmlElement element) {
     ElementKind kind = Words.find(ElementKind.class, element.name());
-    AttributeReader in = new AttributeReader(element);
-    place(path, element);
-    for (String attribute : List.of("fill", "opacity", "bins", "arrangement")) {
-      place(path + "." + attribute, element, attribute);
+    if (kind == ElementKind.HISTOGRAM && element.child(BIN) != null) {
+      return histogramOfBins(path, element);
     }
+    AttributeReader in = new AttributeReader(element);
+    placeLook(path, element);
     Arrangement arrangement = null;
     if (!Arrangement.of(kind).isEmpty()) {
       arrangement = in.choice("arrangement", Arrangement.class, Arrangement.of(kind), null);
@@ -222,12 +237,58 @@ public final class ChartReader {
     double opacity = in.number("opacity", 1);
     in.finish();
     Map<String, Channel> channels = new HashMap<>();
-    for (XmlElement child : in.children(ChannelRules.allowed(kind), false)) {
+    for (XmlElement child : in.children(inside(kind), false)) {
       channels.put(child.name(), channel(path + "." + child.name(), child, summing(kind, child)));
     }
     return new Element(
         kind, channels.get("x"), channels.get("y"), channels.get("color"), channels.get("size"),
         channels.get("label"), arrangement, bins, fill, opacity);
+  }
+
+  private void placeLook(String path, XmlElement element) {
+    place(path, element);
+    for (String attribute : List.of("fill", "opacity", "bins", "arrangement")) {
+      place(path + "." + attribute, element, attribute);
+    }
+  }
+
+  /** What a message about a wrong element inside marks has to suggest. */
+  private static List<String> inside(ElementKind kind) {
+    List<String> names = new ArrayList<>(ChannelRules.allowed(kind));
+    if (kind == ElementKind.HISTOGRAM) {
+      names.add(BIN);
+    }
+    return names;
+  }
+
+  private Element histogramOfBins(String path, XmlElement element) {
+    AttributeReader in = new AttributeReader(element);
+    placeLook(path, element);
+    for (String attribute : List.of("bins", "arrangement")) {
+      if (in.text(attribute) != null) {
+        throw element.error(attribute, "a <histogram> that brings its bins has no " + attribute);
+      }
+    }
+    String fill = in.text("fill");
+    double opacity = in.number("opacity", 1);
+    in.finish();
+    List<Bin> bins = new ArrayList<>();
+    for (XmlElement child : in.children(inside(ElementKind.HISTOGRAM), true)) {
+      if (!child.name().equals(BIN)) {
+        throw child.error(
+            "a <histogram> that brings its bins has no channels, but found <" + child.name() + ">");
+      }
+      bins.add(bin(path + ".ownBins[" + bins.size() + "]", child));
+    }
+    return Element.histogram(bins, fill, opacity);
+  }
+
+  private Bin bin(String path, XmlElement element) {
+    AttributeReader in = empty(element);
+    place(path, element);
+    Bin bin = new Bin(in.number("from"), in.number("to"), in.number("value"));
+    in.finish();
+    return bin;
   }
 
   private static boolean summing(ElementKind kind, XmlElement channel) {

@@ -6,6 +6,7 @@ import org.chartbridge.chart.Aggregate;
 import org.chartbridge.chart.Arrangement;
 import org.chartbridge.chart.Axis;
 import org.chartbridge.chart.AxisLimit;
+import org.chartbridge.chart.Bin;
 import org.chartbridge.chart.ChannelRules;
 import org.chartbridge.chart.Channel;
 import org.chartbridge.chart.Chart;
@@ -20,6 +21,7 @@ import org.chartbridge.chart.ScaleKind;
 import org.chartbridge.chart.Titles;
 import org.chartbridge.chart.Words;
 import org.chartbridge.xml.XmlElement;
+import org.chartbridge.xml.XmlText;
 import org.chartbridge.xml.XmlWriter;
 
 /**
@@ -44,16 +46,22 @@ public final class ChartWriter {
     XmlElement root = element("chart");
     root.with("width", Integer.toString(chart.size().width()));
     root.with("height", Integer.toString(chart.size().height()));
-    root.with("style", chart.style());
+    root.with("style", chart.style()).with("template", chart.template());
     root.with(titles(chart.titles())).with(columns(chart.columns())).with(axes(chart));
     XmlElement elements = element("elements");
     chart.elements().forEach(element -> elements.with(element(element)));
     root.with(elements).with(legend(chart.legend())).with(facet(chart.facet()));
-    return XmlWriter.write(root.with(values("palette", "color", chart.palette())));
+    root.with(values("palette", "color", chart.palette()));
+    return XmlWriter.write(root.with(data(chart.data())));
   }
 
   private static XmlElement element(String name) {
     return new XmlElement(NAMESPACE, name);
+  }
+
+  /** The first record begins in a line of its own, where a reader of the document looks for it. */
+  private static XmlElement data(String csv) {
+    return csv == null ? null : element("data").with(new XmlText("\n" + csv));
   }
 
   private static XmlElement titles(Titles titles) {
@@ -102,8 +110,9 @@ public final class ChartWriter {
 
   private static XmlElement element(Element element) {
     XmlElement xml = element(Words.of(element.kind()));
-    if (element.arrangement() != Arrangement.defaultOf(element.kind())) {
-      xml.with("arrangement", Words.of(element.arrangement()));
+    Arrangement arrangement = element.arrangement();
+    if (arrangement != null && arrangement != Arrangement.defaultOf(element.kind())) {
+      xml.with("arrangement", Words.of(arrangement));
     }
     xml.with("bins", element.bins() == null ? null : element.bins().toString());
     xml.with("fill", element.fill());
@@ -111,7 +120,14 @@ public final class ChartWriter {
     for (String name : ChannelRules.NAMES) {
       xml.with(channel(name, ChannelRules.channel(element, name)));
     }
+    element.ownBins().forEach(bin -> xml.with(bin(bin)));
     return xml;
+  }
+
+  private static XmlElement bin(Bin bin) {
+    XmlElement element = element("bin").with("from", AxisLimit.numberText(bin.from()));
+    element.with("to", AxisLimit.numberText(bin.to()));
+    return element.with("value", AxisLimit.numberText(bin.value()));
   }
 
   private static XmlElement channel(String name, Channel channel) {

@@ -7,7 +7,7 @@ import java.util.Map;
 /**
  * Writes trees in one canonical form: UTF-8, an XML declaration, two spaces of indentation,
  * attributes in the order of the tree, empty elements closed in their start tag, LF line ends.
- * Trees whose elements hold no text come back equal from the parser.
+ * Trees whose elements hold elements or text, but never both, come back equal from the parser.
  */
 public final class XmlWriter {
   private final StringBuilder out =
@@ -38,6 +38,12 @@ public final class XmlWriter {
       out.append("/>\n");
       return;
     }
+    if (element.content().stream().allMatch(node -> node instanceof XmlText)) {
+      out.append('>');
+      text(element.text());
+      out.append("</").append(element.name()).append(">\n");
+      return;
+    }
     out.append(">\n");
     for (XmlNode node : element.content()) {
       node(node, depth + 1, namespace);
@@ -56,6 +62,21 @@ public final class XmlWriter {
       indent(depth);
       escape(text.text().strip());
       out.append('\n');
+    }
+  }
+
+  /** Text that is all an element holds is written as it is; spaces and line ends may matter. */
+  private void text(String text) {
+    for (int i = 0; i < text.length(); i++) {
+      char c = text.charAt(i);
+      switch (c) {
+        case '&' -> out.append("&amp;");
+        case '<' -> out.append("&lt;");
+        case '>' -> out.append("&gt;");
+        // A parser turns a bare one into a line feed.
+        case '\r' -> out.append("&#13;");
+        default -> out.append(c);
+      }
     }
   }
 

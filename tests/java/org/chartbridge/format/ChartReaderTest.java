@@ -201,7 +201,7 @@ class ChartReaderTest {
         inside("<legnd/>",
             "2, column 1: found <legnd> inside <chart>; expected one of titles, columns, axes, "
                 + "elements, "
-                + "legend, facet, palette; did you mean \"legend\"?"),
+                + "legend, facet, palette, data; did you mean \"legend\"?"),
         inside(BAR + "\n" + BAR, "3, column 1: <chart> has more than one <elements>"),
         inside("<titles title='a'/>", "1, column 1: <chart> needs <elements>"),
         inside("<elements/>", "2, column 1: the chart has no element; " + elements),

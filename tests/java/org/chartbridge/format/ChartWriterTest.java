@@ -15,6 +15,7 @@ import java.util.Set;
 import org.chartbridge.chart.Aggregate;
 import org.chartbridge.chart.Arrangement;
 import org.chartbridge.chart.Axis;
+import org.chartbridge.chart.Bin;
 import org.chartbridge.chart.Channel;
 import org.chartbridge.chart.Chart;
 import org.chartbridge.chart.ChartException;
@@ -36,7 +37,7 @@ class ChartWriterTest {
 
   @Test
   void readsBackEveryChartAsItWas() {
-    RandomCharts charts = new RandomCharts(42);
+    RandomCharts charts = RandomCharts.ofXml(42);
     for (int i = 0; i < CHARTS; i++) {
       Chart chart = charts.next();
       byte[] xml = ChartWriter.write(chart);
@@ -48,16 +49,22 @@ class ChartWriterTest {
 
   @Test
   void theRandomChartsCoverTheModel() {
-    RandomCharts charts = new RandomCharts(42);
+    RandomCharts charts = RandomCharts.ofXml(42);
     Map<ElementKind, Integer> kinds = new EnumMap<>(ElementKind.class);
     Set<Aggregate> aggregates = EnumSet.noneOf(Aggregate.class);
     Set<Arrangement> arrangements = EnumSet.noneOf(Arrangement.class);
     Set<ScaleKind> scales = EnumSet.noneOf(ScaleKind.class);
+    int ownBins = 0;
+    int withData = 0;
+    int withTemplate = 0;
     for (int i = 0; i < CHARTS; i++) {
       Chart chart = charts.next();
       scales.add(chart.x().scale());
+      withData += chart.data() != null ? 1 : 0;
+      withTemplate += chart.template() != null ? 1 : 0;
       for (Element element : chart.elements()) {
         kinds.merge(element.kind(), 1, Integer::sum);
+        ownBins += element.hasOwnBins() ? 1 : 0;
         if (element.y() != null) {
           aggregates.add(element.y().aggregate());
         }
@@ -72,11 +79,14 @@ class ChartWriterTest {
     assertEquals(EnumSet.allOf(Aggregate.class), aggregates);
     assertEquals(EnumSet.allOf(Arrangement.class), arrangements);
     assertEquals(EnumSet.allOf(ScaleKind.class), scales);
+    assertTrue(ownBins > 20, ownBins + " histograms that bring their bins");
+    assertTrue(withData > 100, withData + " charts with data");
+    assertTrue(withTemplate > 100, withTemplate + " charts with a template");
   }
 
   @Test
   void refusesExactlyWhatTheRulesRefuse() {
-    RandomCharts charts = new RandomCharts(5);
+    RandomCharts charts = RandomCharts.ofXml(5);
     int refused = 0;
     for (int i = 0; i < CHARTS; i++) {
       Chart chart = charts.any();
@@ -149,6 +159,34 @@ class ChartWriterTest {
         </chart>
         """;
     assertEquals(expected, new String(ChartWriter.write(chart), UTF_8));
+  }
+
+  @Test
+  void writesDataTemplateAndBins() {
+    Element histogram = Element.histogram(
+        List.of(new Bin(-0.0, 2.5, 3), new Bin(2.5, 1e20, 0.125)), "#999999", 0.5);
+    Chart chart = new Chart(ChartSize.DEFAULT, Titles.NONE, List.of(), Axis.DEFAULT, Axis.DEFAULT,
+        List.of(histogram), Legend.DEFAULT, null, null, List.of(),
+        "  \n\nregion,sales\n\"A \"\"&\"\" <B>\",1\r\n\tNorth,2\n  ", "house style");
+    String expected =
+        """
+        <?xml version="1.0" encoding="UTF-8"?>
+        <chart xmlns="urn:chartbridge:chart:2" width="800" height="600" template="house style">
+          <elements>
+            <histogram fill="#999999" opacity="0.5">
+              <bin from="0" to="2.5" value="3"/>
+              <bin from="2.5" to="1.0E20" value="0.125"/>
+            </histogram>
+          </elements>
+          <data>
+        region,sales
+        "A ""&amp;"" &lt;B&gt;",1&#13;
+        \tNorth,2
+        </data>
+        </chart>
+        """;
+    assertEquals(expected, new String(ChartWriter.write(chart), UTF_8));
+    assertEquals(chart, assertReads(expected.getBytes(UTF_8)));
   }
 
   @Test

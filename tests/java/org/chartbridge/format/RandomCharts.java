@@ -8,6 +8,7 @@ import java.util.Random;
 import org.chartbridge.chart.Aggregate;
 import org.chartbridge.chart.Arrangement;
 import org.chartbridge.chart.Axis;
+import org.chartbridge.chart.Bin;
 import org.chartbridge.chart.ChannelRules;
 import org.chartbridge.chart.Channel;
 import org.chartbridge.chart.Chart;
@@ -31,10 +32,25 @@ public final class RandomCharts {
   private static final List<String> TEXTS = List.of("", "Sales", "in € & more", "<b>", "\"quoted\"",
       "two\nlines", "  spaces  ", "\uD83D\uDE80 up", "]]>", "--");
 
-  private final Random random;
+  private static final List<String> DATA =
+      List.of("a,b\n1,2\n", "\n \na\r\n\"x\n  \"", "größe<&>\n]]>\n  ", " a \n\n\n", "a\n1", " ");
 
+  private final Random random;
+  private final boolean xmlOnly;
+
+  /** Charts that can be written in every notation. */
   public RandomCharts(long seed) {
+    this(seed, false);
+  }
+
+  private RandomCharts(long seed, boolean xmlOnly) {
     random = new Random(seed);
+    this.xmlOnly = xmlOnly;
+  }
+
+  /** Charts with all that chart XML can say. */
+  public static RandomCharts ofXml(long seed) {
+    return new RandomCharts(seed, true);
   }
 
   /** A chart that the rules accept. */
@@ -65,7 +81,8 @@ public final class RandomCharts {
         new Legend(random.nextBoolean() ? null : pick(LegendPosition.values()), text()),
         random.nextInt(3) > 0 ? null
                               : new Facet(name(), maybe(1 + random.nextInt(100)), flip(), flip()),
-        random.nextInt(3) > 0 ? null : pick(NAMES), palette);
+        random.nextInt(3) > 0 ? null : pick(NAMES), palette, xmlOnly && flip() ? pick(DATA) : null,
+        xmlOnly && flip() ? name() : null);
   }
 
   private List<ColumnDeclaration> columns() {
@@ -114,11 +131,25 @@ public final class RandomCharts {
     List<Arrangement> arrangements = new ArrayList<>(Arrangement.of(kind));
     Arrangement arrangement = arrangements.isEmpty() || flip() ? null : pick(arrangements);
     Channel color = channel(kind, "color");
+    if (xmlOnly && kind == ElementKind.HISTOGRAM && flip()) {
+      return Element.histogram(bins(), flip() ? color() : null, random.nextInt(11) / 10.0);
+    }
     boolean fill = color == null && kind != ElementKind.PIE && flip();
     return new Element(kind, channel(kind, "x"), channel(kind, "y"), color, channel(kind, "size"),
         channel(kind, "label"), arrangement,
         kind == ElementKind.HISTOGRAM ? maybe(1 + random.nextInt(500)) : null,
         fill ? color() : null, flip() ? 1 : random.nextInt(11) / 10.0);
+  }
+
+  private List<Bin> bins() {
+    List<Bin> bins = new ArrayList<>();
+    double from = random.nextGaussian() * 100;
+    while (bins.isEmpty() || random.nextInt(4) > 0) {
+      double width = random.nextInt(20) > 0 ? Math.abs(random.nextGaussian()) : -1;
+      bins.add(new Bin(from, from + width, random.nextInt(1_000) / 8.0 - 1));
+      from += width + (flip() ? 0 : random.nextDouble());
+    }
+    return bins;
   }
 
   private Channel channel(ElementKind kind, String name) {

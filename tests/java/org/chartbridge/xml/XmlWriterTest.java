@@ -39,9 +39,20 @@ class XmlWriterTest {
   }
 
   @Test
-  void keepsText() {
+  void keepsTextOfAnElementThatHoldsNothingElse() {
+    XmlElement root =
+        new XmlElement("", "a").with(new XmlText("  ")).with(new XmlText("\n\tt<u&\"]]>\r\n "));
+    byte[] xml = XmlWriter.write(root);
+    assertEquals("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+            + "<a>  \n\tt&lt;u&amp;\"]]&gt;&#13;\n </a>\n",
+        new String(xml, UTF_8));
+    assertEquals("  \n\tt<u&\"]]>\r\n ", SafeXml.parse(xml).text());
+  }
+
+  @Test
+  void putsTextBesideElementsIntoALineOfItsOwn() {
     XmlElement root = new XmlElement("", "a").with(new XmlText("  ")).with(new XmlText(" t<u "));
-    assertEquals("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<a>\n  t&lt;u\n</a>\n",
-        new String(XmlWriter.write(root), UTF_8));
+    assertEquals("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<a>\n  t&lt;u\n  <b/>\n</a>\n",
+        new String(XmlWriter.write(root.with(new XmlElement("", "b"))), UTF_8));
   }
 }
