@@ -44,6 +44,11 @@ final class BarLayer extends Layer {
     return bars;
   }
 
+  /** The bins of a histogram, or null. */
+  Bins bins() {
+    return bins;
+  }
+
   Rectangle2D rect(Frame frame, Bar bar) {
     return frame.rect(element.horizontal, bar.p0, bar.p1, bar.v0, bar.v1);
   }

@@ -26,6 +26,10 @@ final class BoxLayer extends Layer {
     this.boxes = boxes;
   }
 
+  List<Box> boxes() {
+    return boxes;
+  }
+
   @Override
   void extend(Extent xExtent, Extent yExtent) {
     Extent positions = element.horizontal ? yExtent : xExtent;

@@ -87,6 +87,16 @@ final class CellAxis {
     return bins != null;
   }
 
+  /** The bins, or null when each value has a cell of its own. */
+  Bins bins() {
+    return bins;
+  }
+
+  /** The values that have a cell each, in order; null for bins and categories. */
+  double[] places() {
+    return places == null ? null : places.clone();
+  }
+
   /** The value that stands for all values of a cell. */
   double key(double value) {
     if (bins == null || Double.isNaN(value)) {

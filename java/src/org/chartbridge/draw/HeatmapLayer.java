@@ -23,6 +23,14 @@ final class HeatmapLayer extends Layer {
     this.yCells = yCells;
   }
 
+  CellAxis xCells() {
+    return xCells;
+  }
+
+  CellAxis yCells() {
+    return yCells;
+  }
+
   @Override
   void extend(Extent xExtent, Extent yExtent) {
     for (Group group : groups) {

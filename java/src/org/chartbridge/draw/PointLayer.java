@@ -74,6 +74,10 @@ final class PointLayer extends Layer {
     yExtent.needMargin();
   }
 
+  boolean crowded() {
+    return groups.size() > MANY;
+  }
+
   private double diameter(Group group) {
     if (sizes != null) {
       return sizes.diameter(group.size);
