@@ -6,28 +6,47 @@
 #include <stdexcept>
 #include <string>
 
+#include "host/ChartTemplate.h"
 #include "host/IcuText.h"
 #include "host/ModifiedUtf8.h"
+#include "host/TemplateMerge.h"
+#include "host/XmlDocument.h"
 
 namespace {
 
-constexpr char kNoMemory[] = "not enough memory";
+using chartbridge::ChartTemplate;
+using chartbridge::XmlDocument;
 
-// Everything that a document may hold is kept, white space too: a transformed chart differs from
-// the chart only in what the template added.
-constexpr unsigned kParse = pugi::parse_full | pugi::parse_ws_pcdata;
+constexpr char kNamespace[] = "urn:chartbridge:chart:2";
+constexpr char kFamily[] = "urn:chartbridge:chart:";
 
-void Load(pugi::xml_document& document, const std::string& text, const char* what) {
-  const std::string utf8 = chartbridge::FromModifiedUtf8(text);
-  const pugi::xml_parse_result result =
-      document.load_buffer(utf8.data(), utf8.size(), kParse, pugi::encoding_utf8);
-  if (!result) {
-    throw std::runtime_error(std::string("the ") + what + " is not well-formed XML: " +
-                             result.description() + " at byte " + std::to_string(result.offset));
+// Whoever passes the other notation should read what to do with it.
+void CheckNotation(const std::string& chart) {
+  const std::size_t start = chart.find_first_not_of(" \t\r\n\xEF\xBB\xBF");
+  if (start == std::string::npos || chart[start] == '<') return;
+  throw std::runtime_error(
+      "the chart is not chart XML; one in the graph language must be converted to it first");
+}
+
+void CheckRoot(const XmlDocument& document) {
+  const pugi::xml_node root = document.Root();
+  const std::string name = chartbridge::LocalName(root);
+  const std::string space = chartbridge::NamespaceOf(root);
+  const std::string expected = std::string("; expected <chart xmlns=\"") + kNamespace + "\">";
+  if (name != "chart") {
+    throw document.Error(root, "found <" + name + ">, which is not a chart" + expected);
   }
-  if (!document.document_element()) {
-    throw std::runtime_error(std::string("the ") + what + " has no element");
+  if (space == kNamespace) return;
+  if (space.empty()) throw document.Error(root, "<chart> has no namespace" + expected);
+  const std::string family = kFamily;
+  if (space.compare(0, family.size(), family) == 0) {
+    const std::string version = space.substr(family.size());
+    const bool isOld = version == "1";
+    throw document.Error(root, "the chart is of version " + version + "; " +
+                                   (isOld ? "upgrade it to version 2 first"
+                                          : "templates go with charts of version 2"));
   }
+  throw document.Error(root, "<chart> has the namespace \"" + space + "\"" + expected);
 }
 
 // The declaration names the encoding that the bytes will be in, whatever the chart came with.
@@ -41,7 +60,7 @@ void DeclareEncoding(pugi::xml_document& document, const std::string& encoding) 
   if (!attribute) {
     attribute = declaration.insert_attribute_after("encoding", declaration.attribute("version"));
   }
-  if (!attribute.set_value(encoding.c_str())) throw std::runtime_error(kNoMemory);
+  if (!attribute.set_value(encoding.c_str())) throw std::bad_alloc();
 }
 
 std::string NameOf(const unsigned short* encoding) {
@@ -56,50 +75,49 @@ std::string NameOf(const unsigned short* encoding) {
 
 class ChartTransformer::Impl {
  public:
-  pugi::xml_document document;
+  explicit Impl(const std::string& chart) : document(Checked(chart), "chart") {
+    CheckRoot(document);
+  }
+
+  XmlDocument document;
+
+ private:
+  static const std::string& Checked(const std::string& chart) {
+    CheckNotation(chart);
+    return chart;
+  }
 };
 
-/// Throws std::runtime_error when the chart is not well-formed XML.
-ChartTransformer::ChartTransformer(const std::string& chart) : _impl(std::make_unique<Impl>()) {
-  Load(_impl->document, chart, "chart");
-}
+/// Throws std::runtime_error when the text is no chart XML of version 2, as far as that can be told
+/// without the schema; the message says where and what is expected.
+ChartTransformer::ChartTransformer(const std::string& chart)
+    : _impl(std::make_unique<Impl>(chart)) {}
 
 ChartTransformer::~ChartTransformer() = default;
 
-/// What the chart says counts, and the template fills the gaps: attributes of the template's root
-/// element that the chart's root element lacks are added to it, and so is every child element of
-/// the template's root whose name no child of the chart's root has. Deeper levels are not merged.
-/// Throws std::runtime_error when the template is not well-formed XML; the chart is then unchanged.
+/// Merges the template into the chart by the rules of docs/chart-template.md; where the chart named
+/// a template, it no longer does. Several templates can be applied one after the other.
+///
+/// Throws std::runtime_error when the template is not well-formed or no template; the chart is then
+/// unchanged, and the message says where and what is expected.
 void ChartTransformer::applyTemplate(const std::string& templ) {
-  pugi::xml_document document;
-  Load(document, templ, "template");
-  const pugi::xml_node source = document.document_element();
-  pugi::xml_node target = _impl->document.document_element();
-  for (const pugi::xml_attribute& attribute : source.attributes()) {
-    if (!target.attribute(attribute.name())) target.append_copy(attribute);
-  }
-  const pugi::xml_node lastOwn = target.last_child();
-  for (const pugi::xml_node& child : source.children()) {
-    if (child.type() != pugi::node_element) continue;
-    // Only the chart's own children hide one of the template, which may hold several of one name.
-    bool own = false;
-    for (pugi::xml_node node = lastOwn; node && !own; node = node.previous_sibling()) {
-      own = std::string(node.name()) == child.name();
-    }
-    if (!own) target.append_copy(child);
-  }
+  const ChartTemplate checked(templ);
+  chartbridge::TemplateMerge(_impl->document.Root(), checked).Run();
 }
 
+/// What the chart came with and no template touched is written as it came: comments, order, white
+/// space between elements. In texts and attribute values, characters beyond the basic plane become
+/// numeric references, so that the bytes are right as UTF-8 and as modified UTF-8.
+///
 /// Throws std::runtime_error when the encoding is unknown.
 std::string ChartTransformer::getEntireXML(const unsigned short* encoding) {
   const std::string name = NameOf(encoding);
-  DeclareEncoding(_impl->document, name);
-  std::ostringstream stream;
-  _impl->document.save(stream, "", pugi::format_raw, pugi::encoding_utf8);
-  const std::string utf8 = chartbridge::ReferenceSupplementary(stream.str());
+  DeclareEncoding(_impl->document.Tree(), name);
+  const std::string xml = _impl->document.Write();
+  if (name == "UTF-8") return xml;
   std::u16string text;
   std::string bytes;
-  if (!chartbridge::DecodeText(utf8, "UTF-8", text) ||
+  if (!chartbridge::DecodeText(chartbridge::FromModifiedUtf8(xml), "UTF-8", text) ||
       !chartbridge::EncodeXml(text, name.c_str(), bytes)) {
     throw std::runtime_error("the encoding \"" + name + "\" is not known");
   }

@@ -26,26 +26,8 @@ unsigned LowTenBits(const std::string& text, std::size_t at) {
   return ((Byte(text, at + 1) & 0x0FU) << 6U) | (Byte(text, at + 2) & 0x3FU);
 }
 
-void AppendFourBytes(std::string& out, unsigned character) {
-  out += static_cast<char>(0xF0U | (character >> 18U));
-  out += static_cast<char>(0x80U | ((character >> 12U) & 0x3FU));
-  out += static_cast<char>(0x80U | ((character >> 6U) & 0x3FU));
-  out += static_cast<char>(0x80U | (character & 0x3FU));
-}
-
-// Where the stretch that starts at `at` and takes no references ends; `at` itself when there is
-// none.
-std::size_t SkipVerbatim(const std::string& xml, std::size_t at) {
-  static constexpr const char* kStretches[][2] = {
-      {"<!--", "-->"}, {"<![CDATA[", "]]>"}, {"<?", "?>"}};
-  for (const auto& stretch : kStretches) {
-    const std::string start = stretch[0];
-    if (xml.compare(at, start.size(), start) != 0) continue;
-    const std::string end = stretch[1];
-    const std::size_t found = xml.find(end, at + start.size());
-    return found == std::string::npos ? xml.size() : found + end.size();
-  }
-  return at;
+unsigned PairedCharacter(const std::string& text, std::size_t at) {
+  return 0x10000U + (LowTenBits(text, at) << 10U) + LowTenBits(text, at + 3);
 }
 
 bool IsFourBytes(const std::string& text, std::size_t at) {
@@ -54,11 +36,13 @@ bool IsFourBytes(const std::string& text, std::size_t at) {
          IsContinuation(text, at + 3);
 }
 
-std::string ReferenceTo(const std::string& text, std::size_t at) {
-  const unsigned character = ((Byte(text, at) & 0x07U) << 18U) |
-                             ((Byte(text, at + 1) & 0x3FU) << 12U) |
-                             ((Byte(text, at + 2) & 0x3FU) << 6U) | (Byte(text, at + 3) & 0x3FU);
-  return "&#" + std::to_string(character) + ";";
+unsigned FourByteCharacter(const std::string& text, std::size_t at) {
+  return ((Byte(text, at) & 0x07U) << 18U) | ((Byte(text, at + 1) & 0x3FU) << 12U) |
+         ((Byte(text, at + 2) & 0x3FU) << 6U) | (Byte(text, at + 3) & 0x3FU);
+}
+
+char Continuation(unsigned character, unsigned shift) {
+  return static_cast<char>(0x80U | ((character >> shift) & 0x3FU));
 }
 
 }  // namespace
@@ -68,7 +52,7 @@ std::string FromModifiedUtf8(const std::string& text) {
   out.reserve(text.size());
   for (std::size_t at = 0; at < text.size();) {
     if (IsPair(text, at)) {
-      AppendFourBytes(out, 0x10000U + (LowTenBits(text, at) << 10U) + LowTenBits(text, at + 3));
+      AppendUtf8(out, PairedCharacter(text, at));
       at += 6;
     } else if (Byte(text, at) == 0xC0U && at + 1 < text.size() && Byte(text, at + 1) == 0x80U) {
       out += '\0';
@@ -80,22 +64,39 @@ std::string FromModifiedUtf8(const std::string& text) {
   return out;
 }
 
-std::string ReferenceSupplementary(const std::string& xml) {
+std::string ReferenceSupplementary(const std::string& text) {
   std::string out;
-  out.reserve(xml.size());
-  for (std::size_t at = 0; at < xml.size();) {
-    const std::size_t verbatim = xml[at] == '<' ? SkipVerbatim(xml, at) : at;
-    if (verbatim > at) {
-      out.append(xml, at, verbatim - at);
-      at = verbatim;
-    } else if (IsFourBytes(xml, at)) {
-      out += ReferenceTo(xml, at);
+  out.reserve(text.size());
+  for (std::size_t at = 0; at < text.size();) {
+    if (IsFourBytes(text, at)) {
+      out += "&#" + std::to_string(FourByteCharacter(text, at)) + ";";
       at += 4;
+    } else if (IsPair(text, at)) {
+      out += "&#" + std::to_string(PairedCharacter(text, at)) + ";";
+      at += 6;
     } else {
-      out += xml[at++];
+      out += text[at++];
     }
   }
   return out;
+}
+
+void AppendUtf8(std::string& out, unsigned character) {
+  if (character < 0x80U) {
+    out += static_cast<char>(character);
+    return;
+  }
+  if (character < 0x800U) {
+    out += static_cast<char>(0xC0U | (character >> 6U));
+  } else if (character < 0x10000U) {
+    out += static_cast<char>(0xE0U | (character >> 12U));
+    out += Continuation(character, 6);
+  } else {
+    out += static_cast<char>(0xF0U | (character >> 18U));
+    out += Continuation(character, 12);
+    out += Continuation(character, 6);
+  }
+  out += Continuation(character, 0);
 }
 
 }  // namespace chartbridge

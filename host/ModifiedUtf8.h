@@ -11,10 +11,13 @@ namespace chartbridge {
 /// stays as it is.
 std::string FromModifiedUtf8(const std::string& text);
 
-/// Writes characters beyond the basic plane in an XML text as numeric references, wherever XML
-/// allows one, so that the same bytes are right as UTF-8 and as Java's modified UTF-8. Comments,
-/// CDATA sections and processing instructions stay as they are.
-std::string ReferenceSupplementary(const std::string& xml);
+/// Writes the characters beyond the basic plane in a text or attribute value of XML as numeric
+/// references, so that the same bytes are right as UTF-8 and as Java's modified UTF-8. Takes either
+/// of the two.
+std::string ReferenceSupplementary(const std::string& text);
+
+/// Appends a character (up to U+10FFFF, no surrogate) in UTF-8.
+void AppendUtf8(std::string& out, unsigned character);
 
 }  // namespace chartbridge
 

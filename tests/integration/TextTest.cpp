@@ -92,14 +92,20 @@ TEST(ModifiedUtf8, KeepsTheRest) {
   }
 }
 
-TEST(ModifiedUtf8, WritesReferencesWhereXmlTakesThem) {
-  EXPECT_EQ(ReferenceSupplementary("<a b='\xF0\x9F\x98\x80'>\xF0\x9F\x98\x80</a>"),
-            "<a b='&#128512;'>&#128512;</a>");
-  const std::string verbatim =
-      "<!--\xF0\x9F\x98\x80--><![CDATA[\xF0\x9F\x98\x80]]><?p \xF0\x9F\x98\x80?>\xC3\xBC";
-  EXPECT_EQ(ReferenceSupplementary(verbatim), verbatim);
-  EXPECT_EQ(ReferenceSupplementary("<!--\xF0\x9F\x98\x80"), "<!--\xF0\x9F\x98\x80");
-  EXPECT_EQ(ReferenceSupplementary("a\xF0\x9F\x98"), "a\xF0\x9F\x98");
+TEST(ModifiedUtf8, WritesReferences) {
+  EXPECT_EQ(ReferenceSupplementary("a\xF0\x9F\x98\x80z"), "a&#128512;z");
+  EXPECT_EQ(ReferenceSupplementary("a\xED\xA0\xBD\xED\xB8\x80z"), "a&#128512;z");
+  EXPECT_EQ(ReferenceSupplementary("a\xC3\xBC\xE2\x82\xAC"), "a\xC3\xBC\xE2\x82\xAC");
+  // No whole character is no character to refer to.
+  for (const char* text : {"a\xF0\x9F\x98", "\xED\xA0\xBD", "\xED\xB8\x80\xED\xA0\xBD"}) {
+    EXPECT_EQ(ReferenceSupplementary(text), text);
+  }
+}
+
+TEST(ModifiedUtf8, AppendsCharactersOfEveryLength) {
+  std::string text;
+  for (const unsigned character : {0x41U, 0xFCU, 0x20ACU, 0x1F600U}) AppendUtf8(text, character);
+  EXPECT_EQ(text, "A\xC3\xBC\xE2\x82\xAC\xF0\x9F\x98\x80");
 }
 
 TEST(OptionText, SplitsPaths) {
