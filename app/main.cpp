@@ -9,6 +9,7 @@
 
 #include "app/Command.h"
 #include "app/ConvertCommand.h"
+#include "app/DoctorCommand.h"
 #include "app/Failure.h"
 #include "app/NativeText.h"
 #include "app/RenderCommand.h"
@@ -18,6 +19,7 @@ namespace {
 
 using chartbridge::Command;
 using chartbridge::ConvertCommand;
+using chartbridge::DoctorCommand;
 using chartbridge::Failure;
 using chartbridge::RenderCommand;
 using chartbridge::TreeCommand;
@@ -60,6 +62,7 @@ std::vector<std::unique_ptr<Command>> AddCommands(CLI::App& app) {
   commands.push_back(std::make_unique<RenderCommand>(app));
   commands.push_back(std::make_unique<ConvertCommand>(app));
   commands.push_back(std::make_unique<TreeCommand>(app));
+  commands.push_back(std::make_unique<DoctorCommand>(app));
   return commands;
 }
 
