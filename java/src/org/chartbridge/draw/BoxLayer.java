@@ -59,8 +59,7 @@ final class BoxLayer extends Layer {
         continue;
       }
       Color color = color(box.group);
-      Color ink =
-          inks.hatches() ? Color.BLACK : Inks.mix(Inks.alpha(color, 1), plan.style.text, 0.35);
+      Color ink = ink(Inks.alpha(color, 1), plan.style);
       Quartiles n = box.numbers;
       double middle = (box.p0 + box.p1) / 2;
       double cap = (box.p1 - box.p0) * CAP / 2;
@@ -84,6 +83,10 @@ final class BoxLayer extends Layer {
         g.draw(dot(frame, middle, outlier));
       }
     }
+  }
+
+  static Color ink(Color color, Style style) {
+    return style.patterns ? Color.BLACK : Inks.mix(color, style.text, 0.35);
   }
 
   /** Boxes are lighter than their colour, so that the median stands out. */

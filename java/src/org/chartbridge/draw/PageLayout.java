@@ -55,13 +55,18 @@ final class PageLayout {
     type = plan.type;
     width = plan.chart.size().width();
     height = plan.chart.size().height();
-    margin = Math.max(5, Math.min(28 * type.factor, Math.min(width, height) * 0.03));
+    margin = margin(width, height, type.factor);
     gap = 8 * type.factor;
     int level = 0;
     arrange(level);
     while (!roomy() && level < LAST_LEVEL) {
       arrange(++level);
     }
+  }
+
+  /** The empty edge around a picture of this size. */
+  static double margin(int width, int height, double factor) {
+    return Math.max(5, Math.min(28 * factor, Math.min(width, height) * 0.03));
   }
 
   private boolean roomy() {

@@ -74,6 +74,10 @@ final class PointLayer extends Layer {
     yExtent.needMargin();
   }
 
+  SizeScale sizes() {
+    return sizes;
+  }
+
   boolean crowded() {
     return groups.size() > MANY;
   }
