@@ -12,6 +12,7 @@ import org.chartbridge.data.ChartData;
 import org.chartbridge.draw.ChartDrawing;
 import org.chartbridge.draw.DrawOptions;
 import org.chartbridge.format.ChartSource;
+import org.chartbridge.histogram.HistogramEmbedding;
 import org.chartbridge.image.Blocks;
 import org.chartbridge.image.ImageMap;
 import org.chartbridge.image.ImageType;
@@ -161,11 +162,34 @@ public final class ChartImager {
     });
   }
 
-  private static Rendering rendering(byte[] chartBytes, ByteBuffer data, double size,
-      String language, byte[] texts, String style, byte[] styleDocument) {
-    if (chartBytes == null || chartBytes.length == 0) {
+  /**
+   * Puts a histogram that was counted elsewhere into a chart, behind its other elements.
+   *
+   * @param histogram how it looks: a {@code <histogram>} element of the chart namespace with {@code
+   *     fill} and {@code opacity}; empty for the defaults
+   * @param numbers the {@code count + 1} edges of the bins, ascending, then the {@code count}
+   *     heights, as IEEE 754 doubles in the machine's own byte order; the host's own memory, which
+   *     is read during the call only
+   * @param count how many bins, 1 to 10000
+   * @return chart XML of the current version
+   */
+  public byte[] EmbedHistogramInGraph(
+      byte[] chart, byte[] histogram, ByteBuffer numbers, int count) {
+    return guarded("The histogram cannot be embedded, by a fault of this library: ", () -> {
+      checkGiven(chart);
+      return HistogramEmbedding.embed(chart, histogram, numbers, count);
+    });
+  }
+
+  private static void checkGiven(byte[] chart) {
+    if (chart == null || chart.length == 0) {
       throw new ChartException("The chart is empty; chart XML or graph language is expected.");
     }
+  }
+
+  private static Rendering rendering(byte[] chartBytes, ByteBuffer data, double size,
+      String language, byte[] texts, String style, byte[] styleDocument) {
+    checkGiven(chartBytes);
     Chart chart = ChartSource.read(chartBytes);
     DrawOptions options = RenderOptions.of(chart, language, texts, style, styleDocument);
     // Checked before the work is done, not after.
@@ -182,6 +206,11 @@ public final class ChartImager {
    * looks for the fault.
    */
   private static <T> T guarded(Supplier<T> work) {
+    return guarded("The chart cannot be drawn, by a fault of the drawing: ", work);
+  }
+
+  /** @param fault what a mistake of this library is called in the message */
+  private static <T> T guarded(String fault, Supplier<T> work) {
     try {
       return work.get();
     } catch (ChartException e) {
@@ -190,7 +219,7 @@ public final class ChartImager {
       IOException cause = e.getCause();
       throw new ChartException("The picture cannot be written: " + cause.getMessage() + ".", e);
     } catch (RuntimeException e) {
-      throw new ChartException("The chart cannot be drawn, by a fault of the drawing: " + e, e);
+      throw new ChartException(fault + e, e);
     } catch (OutOfMemoryError e) {
       throw new ChartException(
           "The Java heap is full; choose a smaller size or less data, or give the JVM more memory"

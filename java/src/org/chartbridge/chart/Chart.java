@@ -47,6 +47,12 @@ public record Chart(
     this(size, titles, columns, x, y, elements, legend, facet, style, palette, null, null);
   }
 
+  /** A chart of one element that says nothing more. */
+  public static Chart of(Element element) {
+    return new Chart(ChartSize.DEFAULT, Titles.NONE, List.of(), Axis.DEFAULT, Axis.DEFAULT,
+        List.of(element), Legend.DEFAULT, null, null, List.of());
+  }
+
   /** The same chart with other elements. */
   public Chart withElements(List<Element> other) {
     return new Chart(

@@ -24,6 +24,7 @@ final class OwnBinsRules {
     rules.checkNothingElse();
     rules.checkAxis("x", chart.x());
     rules.checkAxis("y", chart.y());
+    rules.checkOthers(chart);
     rules.checkBins(chart.x().scale() == ScaleKind.LOG);
     return rules.problems;
   }
@@ -51,6 +52,24 @@ final class OwnBinsRules {
     if (axis.scale() == ScaleKind.CATEGORY || axis.scale() == ScaleKind.TIME) {
       report("", "a histogram that brings its bins needs an axis of numbers, but the " + name
           + " axis is " + Words.of(axis.scale()));
+    }
+  }
+
+  /** The other elements must show numbers on the same axes, as far as the chart tells. */
+  private void checkOthers(Chart chart) {
+    for (Element other : chart.elements()) {
+      checkOther(chart, "x", other.x());
+      checkOther(chart, "y", other.y());
+    }
+  }
+
+  private void checkOther(Chart chart, String axis, Channel channel) {
+    boolean shows = channel != null && channel.aggregate() != Aggregate.COUNT;
+    ColumnDeclaration column = shows ? chart.column(channel.column()) : null;
+    if (column != null && column.kind() != ColumnKind.NUMBER) {
+      report("", "a histogram that brings its bins needs an axis of numbers, but the " + axis
+          + " axis also shows column \"" + column.name() + "\", which is declared as "
+          + Words.of(column.kind()));
     }
   }
 
