@@ -59,6 +59,8 @@ set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_RELEASE "")
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS
   "${CMAKE_BINARY_DIR}" "${CMAKE_BINARY_DIR}/host" "${CMAKE_BINARY_DIR}/guard")
@@ -81,44 +83,45 @@ macro(package component section synopsis description)
 endmacro()
 
 package(library libs "charts, tree models and documents through one embedded JVM"
-"A library through which native programs drive Java code in one embedded Java
-virtual machine: charts from a description and data, decision trees from PMML,
-chart JSON, output documents. The program supplies the virtual machine; most
-take the one of ${package_host}.")
+"A library through which native programs drive Java code in one embedded
+Java virtual machine: charts from a description and data, decision trees
+from PMML, chart JSON, output documents. The program supplies the virtual
+machine; most take the one of ${package_host}.")
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_LIBRARY_PACKAGE_GENERATE_SHLIBS ON)
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_CONTROL_EXTRA "${packaging}/ldconfig/triggers")
 
 package(host libs "reference host of chartbridge, with the JNI guard"
-"What libchartbridge asks of its host process, over a Java virtual machine that
-is found and started at run time, and a JVM agent that turns wrong JNI calls
-into Java exceptions.")
+"What libchartbridge asks of its host process, over a Java virtual machine
+that is found and started at run time, and a JVM agent that turns wrong JNI
+calls into Java exceptions.")
 set(CPACK_DEBIAN_HOST_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_HOST_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_HOST_PACKAGE_DEPENDS "${package_java} (= ${PROJECT_VERSION})")
+set(CPACK_DEBIAN_HOST_PACKAGE_CONTROL_EXTRA "${packaging}/ldconfig/triggers")
 
 package(java java "Java classes that chartbridge drives"
-"Draws charts and decision trees, writes chart JSON and output documents, as
-pictures in seven formats. Installing it also makes a class-data-sharing archive
-for the Java that is there, which shortens the start.")
+"Draws charts and decision trees as pictures in seven formats, writes chart
+JSON and output documents. Installing it also makes a class-data-sharing
+archive for the Java that is there, which shortens the start.")
 set(CPACK_DEBIAN_JAVA_PACKAGE_ARCHITECTURE all)
 set(CPACK_DEBIAN_JAVA_PACKAGE_DEPENDS
   "openjdk-17-jre-headless | java17-runtime-headless, ${java_packages}, \
 fontconfig, fonts-dejavu-core, fonts-liberation2")
-set(CPACK_DEBIAN_JAVA_PACKAGE_SUGGESTS "openjdk-17-jre")
 set(CPACK_DEBIAN_JAVA_PACKAGE_CONTROL_EXTRA
-  "${packaging}/postinst" "${packaging}/prerm" "${packaging}/triggers")
+  "${packaging}/java/postinst" "${packaging}/java/prerm" "${packaging}/java/triggers")
 
+# The guard's symbolic link without version is in the host's package, which needs it at run time.
 package(development libdevel "development files of chartbridge"
-"Headers, CMake package and pkg-config files for programs that embed chartbridge,
-with or without its reference host.")
+"Headers, CMake package and pkg-config files for programs that embed
+chartbridge, with or without its reference host.")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
   "${package_library} (= ${PROJECT_VERSION}), ${package_host} (= ${PROJECT_VERSION}), \
 openjdk-17-jdk-headless")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS "cmake, pkg-config")
 
 package(command graphics "draw charts and decision trees from the command line"
-"Draws charts from a description and a CSV file, and decision trees from PMML, as
-PNG, JPEG, GIF, BMP, SVG or PDF, and converts chart descriptions.")
+"Draws charts from a description and a CSV file, and decision trees from
+PMML, as PNG, JPEG, GIF, BMP, SVG or PDF, writes them as JSON and documents,
+and converts chart descriptions.")
 set(CPACK_DEBIAN_COMMAND_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_COMMAND_PACKAGE_DEPENDS
   "${package_library} (= ${PROJECT_VERSION}), ${package_host} (= ${PROJECT_VERSION})")

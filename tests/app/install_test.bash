@@ -52,6 +52,18 @@ diff "$work/headers" - <<'HEADERS' || fail "the installed headers are not the pu
 ./tree/TreeEditor.h
 HEADERS
 
+echo "-- the manual pages and the completion"
+[[ -s "$work/first/share/man/man1/chartbridge-render.1.gz" ]] || fail "no manual page"
+bash -n "$work/first/share/bash-completion/completions/chartbridge" || fail "no completion"
+
+echo "-- a staged installation"
+DESTDIR="$work/stage" "$cmake" --install "$build_dir" --prefix /opt/chartbridge \
+  >"$work/install.log" || { cat "$work/install.log"; fail "cmake --install with DESTDIR"; }
+"$work/stage/opt/chartbridge/bin/chartbridge" --version >"$work/version" || fail "no command"
+[[ ! -e "$work/stage/opt/chartbridge/share/chartbridge/chartbridge.jsa" ]] ||
+  fail "an archive for a place where nothing is"
+rm -r "$work/stage"
+
 echo "-- the class-data-sharing archive"
 archive="$work/first/share/chartbridge/chartbridge.jsa"
 [[ -s "$archive" ]] || fail "there is no archive"
@@ -70,7 +82,9 @@ echo "-- the command"
   --data "$source_dir/examples/data/titanic.csv" -o "$work/moved.png" 2>"$work/errors"
 [[ ! -s "$work/errors" ]] || fail "an archive that does not fit is no news: $(cat "$work/errors")"
 cmp "$work/titanic.png" "$work/moved.png" || fail "the moved command draws something else"
-for file in "$work/moved/bin/chartbridge" "$work/moved"/lib*/*.so; do
+mapfile -t libraries < <(find "$work/moved/lib"* -name '*.so')
+[[ ${#libraries[@]} -eq 3 ]] || fail "not three libraries: ${libraries[*]}"
+for file in "$work/moved/bin/chartbridge" "${libraries[@]}"; do
   ! ldd "$file" | grep -F "$build_dir" || fail "$file needs the build folder"
 done
 
@@ -87,6 +101,11 @@ expect_png "$work/host.png"
 cmp "$work/titanic.png" "$work/host.png" || fail "the host draws something else"
 lines="$(wc -l <"$source_dir/examples/host/chart_host.cpp")"
 [[ "$lines" -le 40 ]] || fail "the example host has $lines lines"
+
+echo "-- pkg-config"
+modules="$(find "$work/moved" -type d -name pkgconfig)"
+[[ "$(PKG_CONFIG_PATH="$modules" pkg-config --variable=jar chartbridge-host)" -ef \
+  "$work/moved/share/chartbridge/chartbridge-runtime.jar" ]] || fail "pkg-config names another place"
 
 echo "-- each header by itself"
 jni_include="$(sed -n -E 's/^chartbridge_JNI_INCLUDE_DIR:PATH=(.*)/\1/p' "$work/host/CMakeCache.txt")"
