@@ -27,6 +27,7 @@ set(chartbridge_public_headers
   host/JvmSettings.h
   host/JvmThreads.h
   host/LocalFrame.h
+  host/TemplateCallback.h
   json/jsonEditor.h
   platform/ChartBase.h
   platform/ChartTransformer.h

@@ -113,7 +113,7 @@ void ChartTransformer::applyTemplate(const std::string& templ) {
 std::string ChartTransformer::getEntireXML(const unsigned short* encoding) {
   const std::string name = NameOf(encoding);
   DeclareEncoding(_impl->document.Tree(), name);
-  const std::string xml = _impl->document.Write();
+  std::string xml = _impl->document.Write();
   if (name == "UTF-8") return xml;
   std::u16string text;
   std::string bytes;

@@ -8,6 +8,7 @@
 
 #include "host/JvmLauncher.h"
 #include "host/JvmSettings.h"
+#include "host/TemplateCallback.h"
 
 namespace chartbridge {
 namespace {
@@ -40,6 +41,7 @@ bool RunningJvm::Start() {
   JvmLauncher launcher(settings);
   JavaVM* vm = launcher.Launch();
   if (vm == nullptr) Tell(settings, launcher.Error());
+  if (vm != nullptr) BindTemplateCallback(vm);
   theVm.store(vm, std::memory_order_release);
   return vm != nullptr;
 }
