@@ -93,7 +93,7 @@ public final class AttributeReader {
   }
 
   /** A number or a date; null when it is not given. */
-  Double limit(String name) {
+  public Double limit(String name) {
     String value = text(name);
     if (value == null) {
       return null;
