@@ -11,7 +11,6 @@ import org.chartbridge.chart.ChartException;
 import org.chartbridge.data.ChartData;
 import org.chartbridge.draw.ChartDrawing;
 import org.chartbridge.draw.DrawOptions;
-import org.chartbridge.format.ChartSource;
 import org.chartbridge.histogram.HistogramEmbedding;
 import org.chartbridge.image.Blocks;
 import org.chartbridge.image.ImageMap;
@@ -19,6 +18,7 @@ import org.chartbridge.image.ImageType;
 import org.chartbridge.image.OutputFiles;
 import org.chartbridge.image.Picture;
 import org.chartbridge.image.PictureEncoder;
+import org.chartbridge.template.TemplatedChart;
 
 /**
  * Renders charts. The native chart editor makes one of these and calls it by name and signature.
@@ -26,7 +26,8 @@ import org.chartbridge.image.PictureEncoder;
  * <p>What all methods share:
  *
  * <ul>
- *   <li>{@code chart}: chart XML, current or older, or graph language.
+ *   <li>{@code chart}: chart XML, current or older, or graph language. A template that it names is
+ *       applied ({@link TemplatedChart}).
  *   <li>{@code data}: CSV in UTF-8. A direct buffer is the host's own memory; it is read during
  *       the call only and never copied as a whole. Null or empty stands for the chart's own data.
  *   <li>{@code imageType}: 1 JPEG, 2 PNG, 3 BMP, 4 GIF, 5 SVG, 6 PDF, 7 image map.
@@ -190,7 +191,7 @@ public final class ChartImager {
   private static Rendering rendering(byte[] chartBytes, ByteBuffer data, double size,
       String language, byte[] texts, String style, byte[] styleDocument) {
     checkGiven(chartBytes);
-    Chart chart = ChartSource.read(chartBytes);
+    Chart chart = TemplatedChart.read(chartBytes);
     DrawOptions options = RenderOptions.of(chart, language, texts, style, styleDocument);
     // Checked before the work is done, not after.
     Picture.ofPercent(chart.size().width(), chart.size().height(), size, graphics -> {});
