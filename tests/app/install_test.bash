@@ -42,6 +42,7 @@ diff "$work/headers" - <<'HEADERS' || fail "the installed headers are not the pu
 ./host/JvmSettings.h
 ./host/JvmThreads.h
 ./host/LocalFrame.h
+./host/TemplateCallback.h
 ./json/jsonEditor.h
 ./platform/ChartBase.h
 ./platform/ChartTransformer.h
