@@ -13,29 +13,6 @@
 #   archive       share/chartbridge/          the class-data-sharing archive of the Java classes
 include(CMakePackageConfigHelpers)
 
-set(chartbridge_public_headers
-  bridge/Export.h
-  bridge/JAccessor.h
-  bridge/JException.h
-  bridge/UnicodeConverter.h
-  chart/ViZEditor.h
-  convert/VizConverter.h
-  convert/graphBoardConverter.h
-  export/ExAccessor.h
-  guard/jniguard.h
-  host/DebugOutput.h
-  host/JvmSettings.h
-  host/JvmThreads.h
-  host/LocalFrame.h
-  host/TemplateCallback.h
-  json/jsonEditor.h
-  platform/ChartBase.h
-  platform/ChartTransformer.h
-  platform/CriticalSection.h
-  platform/JNIAccessor.h
-  platform/TESKMB.h
-  platform/TeskJVM.h
-  tree/TreeEditor.h)
 foreach(header IN LISTS chartbridge_public_headers)
   cmake_path(GET header PARENT_PATH folder)
   install(FILES "${PROJECT_SOURCE_DIR}/${header}"
