@@ -14,6 +14,8 @@ constexpr const char* kFolders[] = {CHARTBRIDGE_INSTALLED_DATA, "../java"};
 constexpr const char* kJar = "chartbridge-runtime.jar";
 constexpr const char* kLibraries = "libraries.txt";
 constexpr const char* kSharedArchive = "chartbridge.jsa";
+constexpr const char* kViewerFolders[] = {CHARTBRIDGE_INSTALLED_DATA "/viewer", "../viewer"};
+constexpr const char* kViewerPage = "page.html";
 
 }  // namespace
 
@@ -21,6 +23,10 @@ Installation::Installation() {
   namespace fs = std::filesystem;
   std::error_code error;
   const fs::path home = fs::read_symlink("/proc/self/exe", error).parent_path();
+  for (const char* candidate : kViewerFolders) {
+    const fs::path page = (home / candidate / kViewerPage).lexically_normal();
+    if (_viewerPage.empty() && fs::exists(page, error)) _viewerPage = page;
+  }
   for (const char* candidate : kFolders) {
     const fs::path folder = (home / candidate).lexically_normal();
     if (fs::exists(folder / kJar, error)) {

@@ -21,12 +21,15 @@ class Installation {
   const std::vector<std::string>& ClassPath() const { return _classPath; }
   /// The class-data-sharing archive for that jar. Empty when there is none.
   const std::string& SharedArchive() const { return _sharedArchive; }
+  /// The page of interactive charts, which lacks only its chart. Empty when this was built without.
+  const std::string& ViewerPage() const { return _viewerPage; }
   /// The folders where the jar was looked for, for messages.
   const std::string& SearchedFolders() const { return _searchedFolders; }
 
  private:
   std::vector<std::string> _classPath;
   std::string _sharedArchive;
+  std::string _viewerPage;
   std::string _searchedFolders;
 };
 

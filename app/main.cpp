@@ -11,9 +11,11 @@
 #include "app/ConvertCommand.h"
 #include "app/DoctorCommand.h"
 #include "app/Failure.h"
+#include "app/JsonCommand.h"
 #include "app/NativeText.h"
 #include "app/RenderCommand.h"
 #include "app/TreeCommand.h"
+#include "app/ViewCommand.h"
 
 namespace {
 
@@ -21,9 +23,11 @@ using chartbridge::Command;
 using chartbridge::ConvertCommand;
 using chartbridge::DoctorCommand;
 using chartbridge::Failure;
+using chartbridge::JsonCommand;
 using chartbridge::RenderCommand;
 using chartbridge::TreeCommand;
 using chartbridge::UsageError;
+using chartbridge::ViewCommand;
 
 constexpr int kDone = 0;
 constexpr int kFailed = 1;
@@ -60,6 +64,8 @@ int Run(Command& command) {
 std::vector<std::unique_ptr<Command>> AddCommands(CLI::App& app) {
   std::vector<std::unique_ptr<Command>> commands;
   commands.push_back(std::make_unique<RenderCommand>(app));
+  commands.push_back(std::make_unique<JsonCommand>(app));
+  commands.push_back(std::make_unique<ViewCommand>(app));
   commands.push_back(std::make_unique<ConvertCommand>(app));
   commands.push_back(std::make_unique<TreeCommand>(app));
   commands.push_back(std::make_unique<DoctorCommand>(app));
@@ -83,6 +89,7 @@ int RunCommandLine(int argc, char** argv) {
       "Environment: JAVA_HOME, TESK_CLASSPATH, TESK_JVM_OPTIONS, DumpChartTimePath.\n\n"
       "Examples:\n"
       "  chartbridge render sales.gpl --data sales.csv -o sales.png\n"
+      "  chartbridge view sales.gpl --data sales.csv -o sales.html\n"
       "  chartbridge convert gpl sales.gpl -o sales.xml\n"
       "  chartbridge tree render iris.pmml -o iris.svg\n"
       "  chartbridge render --help");

@@ -1,0 +1,161 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "app/ChartJsonExport.h"
+
+#include <cstdlib>
+#include <nlohmann/json.hpp>
+#include <utility>
+
+#include "app/ChartXml.h"
+#include "app/ConverterSession.h"
+#include "app/DumpFolder.h"
+#include "app/Failure.h"
+#include "app/InputFile.h"
+#include "app/JavaFailure.h"
+#include "app/JsonEditorSession.h"
+#include "app/NativeText.h"
+#include "app/ScratchFolder.h"
+#include "host/LocalFrame.h"
+
+namespace chartbridge {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+constexpr const char* kDataOption = "data";
+constexpr const char* kDocumentInMessages = "GeoJSON document ";
+
+/// What the JSON library says about a text, without its own name for the error.
+std::string ReasonOf(const Json::parse_error& error) {
+  const std::string text = error.what();
+  const std::size_t end = text.find("] ");
+  return OnOneLine(end == std::string::npos ? text : text.substr(end + 2));
+}
+
+Json ReadOptions(const std::string& file) {
+  if (file.empty()) return Json::object();
+  const InputFile input(file);
+  try {
+    return Json::parse(input.Text());
+  } catch (const Json::parse_error& error) {
+    throw Failure(input.Name() + ": " + ReasonOf(error));
+  }
+}
+
+/// The options of an interactive export, with what the command line says in them.
+std::string OptionsFor(const ChartJsonSettings& settings) {
+  Json options = ReadOptions(settings.optionsFile);
+  // What is no object is for the Java classes to refuse, as they refuse single options.
+  if (!options.is_object()) return options.dump();
+  const std::string place = settings.dataFile.empty() ? "inline" : "separate";
+  const std::string other = settings.dataFile.empty() ? "separate" : "inline";
+  if (options.value(kDataOption, Json()) == other) {
+    throw Failure(settings.optionsFile + ": \"data\" is \"" + other + "\", and " +
+                  (settings.dataFile.empty() ? "no data file is named" : "a data file is named"));
+  }
+  if (options.value(kDataOption, Json(place)) == place) options[kDataOption] = place;
+  if (!settings.projection.empty()) {
+    Json& map = options["map"];
+    if (map.is_null() || map.is_object()) map["projection"] = settings.projection;
+  }
+  return options.dump();
+}
+
+/// The number of the GeoJSON document that a message is about, from 1; 0 for another message.
+std::size_t DocumentNumber(const std::string& reason) {
+  const std::string beginning = kDocumentInMessages;
+  if (reason.rfind(beginning, 0) != 0) return 0;
+  return std::strtoul(reason.c_str() + beginning.size(), nullptr, 10);
+}
+
+}  // namespace
+
+ChartJsonExport::ChartJsonExport(ChartJsonSettings settings) : _settings(std::move(settings)) {
+  _chart = std::make_unique<InputFile>(_settings.chart);
+  if (!_settings.data.empty()) _data = std::make_unique<InputFile>(_settings.data);
+  for (const std::string& map : _settings.maps) _maps.push_back(InputFile(map).Text());
+  if (_settings.interactive) _options = OptionsFor(_settings);
+}
+
+ChartJsonExport::~ChartJsonExport() = default;
+
+void ChartJsonExport::WriteTo(const std::string& file, const std::string& name,
+                              const JavaOptions& options) const {
+  const DumpFolder dumps;
+  const JavaMachine java(options);
+  const std::string chart = _data ? ChartWithData(java.Env(), dumps) : _chart->Text();
+  const JsonEditorSession session(java.Env());
+  JavaFailure::ThrowIfNotStarted(dumps.NewRecords());
+
+  const LocalFrame frame;
+  Configure(session.Editor(), file);
+  if (session.Editor().RenderChartJSON(chart, _maps, {})) return;
+  const auto failure = JavaFailure::First(dumps.NewRecords());
+  if (!failure) throw Failure(_chart->Name() + ": " + dumps.WhyEmpty());
+  throw Failure(Explain(*failure, name), failure->Stack());
+}
+
+std::string ChartJsonExport::Text(const std::string& name, const JavaOptions& options) const {
+  const ScratchFolder scratch;
+  const std::string file = scratch.File("chart.vl.json");
+  WriteTo(file, name, options);
+  return InputFile(file).Text();
+}
+
+std::string ChartJsonExport::ChartWithData(JNIEnv* env, const DumpFolder& dumps) const {
+  const ConverterSession session(env);
+  JavaFailure::ThrowIfNotStarted(dumps.NewRecords());
+
+  const LocalFrame frame;
+  VizConverter* converter = VizConverter::GetInstance();
+  const std::string chart = _chart->Text();
+  std::string xml;
+  // Only current chart XML has a place for data. A current document stays as it is.
+  const bool converted =
+      IsChartXml(chart) ? converter->UpgradeXML(chart, xml) : converter->GPLtoXML(chart, xml);
+  if (!converted) {
+    const auto failure = JavaFailure::First(dumps.NewRecords());
+    const std::string message = OnOneLine(converter->GetErrorMessage());
+    const std::string reason = failure ? failure->Reason() : dumps.WhyEmpty();
+    throw Failure(_chart->Name() + ": " + (message.empty() ? reason : message),
+                  failure ? failure->Stack() : "");
+  }
+  return WithData(xml, _chart->Name(), _data->Text(), _data->Name());
+}
+
+void ChartJsonExport::Configure(jsonEditor& editor, const std::string& file) const {
+  editor.setFilePath(file);
+  if (!_settings.charset.empty()) editor.SetCodepage(_settings.charset);
+  if (_settings.isTemplate) editor.setIsChartTemplate();
+  if (_settings.renderer == "svg") editor.setImageFormat(jsonEditor::IMAGE_SVG);
+  if (_settings.renderer == "canvas") editor.setImageFormat(jsonEditor::IMAGE_PNG);
+  if (!_settings.interactive) return;
+  editor.setOptions(_options);
+  // The path is what makes the export interactive. With the data in the chart nothing is written
+  // there.
+  editor.setJsonPath(_settings.dataFile.empty() ? file + ".data" : _settings.dataFile);
+}
+
+std::string ChartJsonExport::Explain(const JavaFailure& failure, const std::string& name) const {
+  const std::string reason = failure.Reason();
+  // Java got documents and knows no file names.
+  const std::size_t number = DocumentNumber(reason);
+  if (number >= 1 && number <= _settings.maps.size()) {
+    const std::size_t end = reason.find(": ");
+    const std::string rest = end == std::string::npos ? reason : reason.substr(end + 2);
+    return _settings.maps[number - 1] + ": " + rest;
+  }
+  return Culprit(failure, name) + ": " + reason;
+}
+
+std::string ChartJsonExport::Culprit(const JavaFailure& failure, const std::string& name) const {
+  if (failure.PassedThrough("org.chartbridge.data.CsvReader.") && _data) return _data->Name();
+  if (failure.PassedThrough("org.chartbridge.vega.OptionsReader.")) {
+    return _settings.optionsFile.empty() ? "--projection" : _settings.optionsFile;
+  }
+  if (failure.PassedThrough("org.chartbridge.image.OutputFiles.")) return name;
+  if (failure.PassedThrough("org.chartbridge.vega.Charsets.")) return "--charset";
+  return _chart->Name();
+}
+
+}  // namespace chartbridge

@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "app/ViewerPage.h"
+
+#include <map>
+#include <nlohmann/json.hpp>
+
+#include "app/Failure.h"
+#include "app/InputFile.h"
+#include "app/Installation.h"
+
+namespace chartbridge {
+
+namespace {
+
+using Json = nlohmann::json;
+
+constexpr const char* kNoTitle = "Chart";
+constexpr const char* kWhite = "#ffffff";
+
+/// The text as HTML content or attribute value.
+std::string AsHtml(const std::string& text) {
+  std::string html;
+  for (const char character : text) {
+    switch (character) {
+      case '&':
+        html += "&amp;";
+        break;
+      case '<':
+        html += "&lt;";
+        break;
+      case '>':
+        html += "&gt;";
+        break;
+      case '"':
+        html += "&quot;";
+        break;
+      default:
+        html += character;
+    }
+  }
+  return html;
+}
+
+/// JSON as the content of a script element: a "<" in it could end the element, and stands only in
+/// strings, where it has another form.
+std::string AsScript(const std::string& json) {
+  std::string script;
+  script.reserve(json.size());
+  for (const char character : json) {
+    if (character == '<') {
+      script += "\\u003c";
+    } else {
+      script += character;
+    }
+  }
+  return script;
+}
+
+/// A text of the chart; texts of several lines are arrays.
+std::string TextOf(const Json& value) {
+  if (value.is_string()) return value.get<std::string>();
+  if (value.is_object()) return TextOf(value.value("text", Json()));
+  std::string text;
+  if (!value.is_array()) return text;
+  for (const Json& line : value) {
+    if (!text.empty()) text += ' ';
+    text += TextOf(line);
+  }
+  return text;
+}
+
+/// Colours of charts are hexadecimal; anything else could say more than a colour.
+std::string ColorOf(const Json& value) {
+  const std::string color = TextOf(value);
+  const bool hexadecimal =
+      color.size() >= 4 && color.front() == '#' &&
+      color.find_first_not_of("0123456789abcdefABCDEF", 1) == std::string::npos;
+  return hexadecimal ? color : kWhite;
+}
+
+/// The text with all its blanks filled in. What is filled in is not looked at again.
+std::string Filled(const std::string& text, const std::map<std::string, std::string>& blanks) {
+  std::string filled;
+  std::size_t copied = 0;
+  for (std::size_t at = text.find('@'); at != std::string::npos; at = text.find('@', at + 1)) {
+    for (const auto& [blank, content] : blanks) {
+      if (text.compare(at, blank.size(), blank) != 0) continue;
+      filled.append(text, copied, at - copied).append(content);
+      copied = at + blank.size();
+    }
+  }
+  return filled.append(text, copied, std::string::npos);
+}
+
+}  // namespace
+
+ViewerPage::ViewerPage() {
+  const Installation installation;
+  if (installation.ViewerPage().empty()) {
+    throw Failure(
+        "view: the scripts of interactive pages are not installed here (they come with "
+        "a build that has CHARTBRIDGE_VIEWER on); \"chartbridge json --interactive\" "
+        "writes the chart for a viewer of your own");
+  }
+  _page = InputFile(installation.ViewerPage()).Text();
+}
+
+std::string ViewerPage::With(const std::string& chart, const std::string& title) const {
+  const Json parsed = Json::parse(chart);
+  std::string heading = title.empty() ? TextOf(parsed.value("title", Json())) : title;
+  if (heading.empty()) heading = kNoTitle;
+  std::string description = TextOf(parsed.value("description", Json()));
+  if (description.empty()) description = heading;
+  return Filled(_page, {{"@TITLE@", AsHtml(heading)},
+                        {"@DESCRIPTION@", AsHtml(description)},
+                        {"@BACKGROUND@", ColorOf(parsed.value("background", Json()))},
+                        {"@CHART@", AsScript(chart)}});
+}
+
+}  // namespace chartbridge
