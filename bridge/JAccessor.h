@@ -45,8 +45,11 @@ class CHARTBRIDGE_EXPORT JAccessor {
   /// Keeps the object that the calls go to. May be null.
   void setObject(jobject newObject);
 
+  /// The object of the last `setObject`, or null. A reference of the thread that made it.
   jobject getObject() const;
+  /// The class of the last `setClass`, or null. A reference of the thread that looked it up.
   jclass getClass() const;
+  /// The method of the last lookup, or null.
   jmethodID getMethodID() const;
 
   /// The env to call JNI through: the one of the last `setEnv`, or one that does nothing and

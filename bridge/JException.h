@@ -14,10 +14,13 @@
 /// they end in the dump file (`JAccessor::exceptionCheck`).
 class CHARTBRIDGE_EXPORT JException {
  public:
+  /// Keeps copies of the three texts.
   JException(const std::string& first, const std::string& second, const std::string& third);
+  /// Copies the texts. Operations that pass an exception on throw such a copy.
   JException(const JException& other);
   ~JException();
 
+  /// Replaces the texts.
   JException& operator=(const JException& other) = default;
 
   /// What diagnostics print first.

@@ -94,7 +94,11 @@ class CHARTBRIDGE_EXPORT ViZEditor {
 
   /// Renders a chart into memory, with the data copied to Java. Calls Java `RenderToMem`.
   ///
+  /// @param chart the chart description
+  /// @param data the data, which are copied
   /// @param imageSize neither read nor written; the size is `output.size()`
+  /// @param type the output format
+  /// @param size,auxBytes1,auxBytes2,auxText1,auxText2 passed to Java unchanged
   /// @param output replaced by the picture when Java returns one; never cleared
   /// @return whether `output` is not empty afterwards, so start with an empty one
   bool RenderImageToMemoryHeadless(const std::string& chart, const std::string& data,
@@ -106,8 +110,15 @@ class CHARTBRIDGE_EXPORT ViZEditor {
   /// Renders a chart into memory, with the data in the host's memory. Calls Java
   /// `RenderImageMapToMemory` for every type.
   ///
+  /// @param chart the chart description
+  /// @param data,dataLength the data and their length in bytes; Java reads this memory without
+  ///     copying, so it must stay unchanged during the call
+  /// @param type the output format
+  /// @param size passed to Java unchanged
   /// @param output1 the first block of Java's answer, the picture
   /// @param output2,output3 the second and third block; written for `IMAGE_MAP` only
+  /// @param auxBytes1,auxBytes2,auxText1,auxText2 passed to Java unchanged
+  /// @param flag passed to Java negated
   /// @return whether `output1` is not empty afterwards; outputs are never cleared, so start with
   /// empty ones
   bool RenderImageToMemoryHeadless(const std::string& chart, const unsigned char* data,
@@ -119,13 +130,15 @@ class CHARTBRIDGE_EXPORT ViZEditor {
 
   /// Embeds a histogram in a graph. Calls Java `EmbedHistogramInGraph`.
   ///
-  /// @param first,second two documents, passed to Java unchanged
-  /// @param histogram the host's memory, which Java may read and write during the call; not copied
+  /// @param first,second two documents, passed to Java unchanged; the reference Java classes take
+  ///     the chart, and what the histogram looks like
+  /// @param histogram the host's memory, which Java may read and write during the call; not copied.
+  ///     The reference Java classes read `count` + 1 ascending edges of bins and then `count`
+  ///     values, all doubles of this machine
   /// @param histogramLength its length in bytes
-  /// @param count passed to Java as its int
+  /// @param count passed to Java as its int; the number of bins
   /// @return the document that Java returns; empty when the editor is not started, when Java
-  /// returns
-  ///     null and when the JVM cannot share `histogram`
+  ///     returns null and when the JVM cannot share `histogram`
   std::string EmbedHistogramInGraph(const std::string& first, const std::string& second,
                                     unsigned char* histogram, unsigned long histogramLength,
                                     unsigned int count);
@@ -135,7 +148,7 @@ class CHARTBRIDGE_EXPORT ViZEditor {
   /// @param image the image's bytes
   /// @param path the output file
   /// @param type its format
-  /// @return what Java answered; false when the editor is not started
+  /// @return what Java answered; false when the editor is not started, and on a Java exception
   bool ConvertImage(const std::string& image, const std::string& path, IMAGE_TYPE type) const;
 
   /// Applies a style sheet to a chart document in place. Calls Java `ApplyStyleSheet`.
@@ -146,6 +159,7 @@ class CHARTBRIDGE_EXPORT ViZEditor {
   ///
   /// @param document replaced by the result, also by an empty one, and emptied when Java gives none
   ///     (it returned null, or the thread could not be attached)
+  /// @param styleSheet the style sheet, passed to Java unchanged
   /// @return whether the result has at least one byte; false when the editor is not started
   bool ApplyStyleSheet(std::string& document, const std::string& styleSheet);
 

@@ -63,6 +63,7 @@ class CHARTBRIDGE_EXPORT jsonEditor {
 
   /// Makes the plain export write a template. Only `GetInstance` takes it back.
   void setIsChartTemplate();
+  /// The picture format, handed to Java as its number with both exports.
   void setImageFormat(IMAGE_TYPE imageFormat);
   /// Kept, and passed to no Java method.
   void setSize(double size);

@@ -20,7 +20,10 @@ class CriticalSection {
   /// Holds the section from construction to destruction. Blocks until the section is free.
   class Lock {
    public:
+    /// Waits until the section is free, or is the calling thread's already. `section` must outlive
+    /// the lock.
     explicit Lock(const CriticalSection& section);
+    /// Gives the section back. On the thread that took it.
     ~Lock();
 
     Lock(const Lock&) = delete;

@@ -8,6 +8,7 @@
 /// encoding.
 class JNIAccessor {
  public:
+  /// @param env the calling thread's env, kept as it is
   explicit JNIAccessor(JNIEnv* env);
   ~JNIAccessor();  // NOLINT(performance-trivially-destructible): the host supplies it
 

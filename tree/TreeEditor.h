@@ -56,6 +56,7 @@ class CHARTBRIDGE_EXPORT TreeEditor {
 
   /// Creates the interactive Java object on the calling thread; `env` is not used.
   ///
+  /// @param env not used
   /// @param codepage stored always, also when the editor was started before; while it is empty, no
   ///     schema path reaches Java
   /// @param schemaPath passed on as by `SetSchemaPath`, by the first start only
@@ -116,14 +117,20 @@ class CHARTBRIDGE_EXPORT TreeEditor {
                      long& height);
   /// Java `renderPMMLToScreen`: draws a model at a place of the host's screen.
   ///
-  /// @param p1,p2,p3,p4 location and extent, of which Java gets the low 32 bits
+  /// @param p1,p2,p3,p4 location and extent, of which Java gets the low 32 bits; the reference Java
+  ///     classes take x, y, width and height in pixels
+  /// @param model the model
+  /// @param display its display data
   ///
   /// Nothing when not started. A `JException` is dropped.
   void RenderPMMLAtLocation(long p1, long p2, long p3, long p4, const std::string& model,
                             const std::string& display);
   /// Java `renderToFile` of the interactive editor.
   ///
+  /// @param model the model
+  /// @param display its display data
   /// @param path the output file
+  /// @param type the output format
   /// @param flag passed to Java unchanged
   /// @return what Java answered; false when not started. A copy of a `JException` is thrown.
   bool RenderToFile(const std::string& model, const std::string& display, const std::string& path,
@@ -136,7 +143,10 @@ class CHARTBRIDGE_EXPORT TreeEditor {
                             const std::string& path, IMAGE_TYPE imageType, bool flag);
   /// Java `renderToMemory`, at 100 percent.
   ///
+  /// @param model the model
+  /// @param display its display data
   /// @param path,flag not used
+  /// @param imageType the output format
   /// @param size,image the number of bytes and the bytes; written only when Java returns them
   /// @return whether `image` is not empty afterwards, so start with an empty one; false when not
   ///     started. A copy of a `JException` is thrown.
@@ -150,7 +160,10 @@ class CHARTBRIDGE_EXPORT TreeEditor {
 
   /// Java `renderModelToMemory`: a set of pictures by name.
   ///
-  /// @param doc1,doc2,doc3,doc4,text1,extra passed to Java unchanged
+  /// @param doc1,doc2,doc3,doc4,text1,extra passed to Java unchanged; the reference Java classes
+  ///     take the model, its display data, a style document, CSV data of sample records, the title,
+  ///     and how many levels each picture shows
+  /// @param imageType the format of the pictures
   /// @param sizes,images the number of bytes and the bytes of each picture. Entries are only added:
   ///     a name that is there keeps what it has. Names come in the JVM's default charset, up to
   ///     their first zero byte.
@@ -166,10 +179,12 @@ class CHARTBRIDGE_EXPORT TreeEditor {
                                    std::map<std::string, std::string>& images);
   /// Java `renderModelToFiles`: a set of pictures in files.
   ///
+  /// @param doc1,doc2,doc3,doc4,text1,extra as for `RenderModelToMemoryHeadless`
+  /// @param text2 passed to Java unchanged; for the reference Java classes, the folder
+  /// @param imageType the format of the pictures
   /// @param files the names that Java returns, in UTF-8, are added at its end
   /// @return whether Java returned an array, which may be empty; false when not started. A copy of
-  /// a
-  ///     `JException` is thrown.
+  ///     a `JException` is thrown.
   bool RenderModelToFileHeadless(const std::string& doc1, const std::string& doc2,
                                  const std::string& doc3, const std::string& doc4,
                                  const std::string& text1, const std::string& text2,
