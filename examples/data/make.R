@@ -86,3 +86,11 @@ deaths <- data.frame(
   group = rep(c("Rural men", "Rural women", "Urban men", "Urban women"), each = nrow(VADeaths)),
   rate = as.vector(VADeaths))
 write_table(deaths, "virginia")
+
+# Alaska and Hawaii are left out: the package puts them off the West Coast.
+mainland <- !(state.name %in% c("Alaska", "Hawaii"))
+write_table(
+  data.frame(state = state.name, region = state.region, longitude = state.center$x,
+    latitude = state.center$y, population = state.x77[, "Population"],
+    income = state.x77[, "Income"])[mainland, ],
+  "states")
