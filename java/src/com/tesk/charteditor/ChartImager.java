@@ -18,6 +18,7 @@ import org.chartbridge.image.ImageType;
 import org.chartbridge.image.OutputFiles;
 import org.chartbridge.image.Picture;
 import org.chartbridge.image.PictureEncoder;
+import org.chartbridge.image.input.ImageConversion;
 import org.chartbridge.template.TemplatedChart;
 
 /**
@@ -179,6 +180,21 @@ public final class ChartImager {
     return guarded("The histogram cannot be embedded, by a fault of this library: ", () -> {
       checkGiven(chart);
       return HistogramEmbedding.embed(chart, histogram, numbers, count);
+    });
+  }
+
+  /**
+   * Writes an image as another type.
+   *
+   * @param image PNG, JPEG, BMP, GIF or SVG, told by its first bytes
+   * @param path the file to write, which appears whole or not at all
+   * @param imageType 1 JPEG, 2 PNG, 3 BMP or 4 GIF; for SVG also 6 PDF
+   * @return true: the file is there
+   */
+  public boolean ConvertImage(byte[] image, String path, int imageType) {
+    return guarded("The image cannot be converted, by a fault of this library: ", () -> {
+      ImageConversion.convert(image, OutputFiles.path(path), ImageType.of(imageType));
+      return true;
     });
   }
 

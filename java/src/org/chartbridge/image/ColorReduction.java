@@ -36,8 +36,12 @@ final class ColorReduction {
     counts = Arrays.copyOf(found, size);
   }
 
-  /** The same picture with at most 256 colours; the top byte of a pixel does not count. */
-  static int[] reduce(int[] pixels) {
+  /**
+   * The same picture with fewer colours; the top byte of a pixel does not count.
+   *
+   * @param most how many colours at most
+   */
+  static int[] reduce(int[] pixels, int most) {
     int[] masked = new int[pixels.length];
     for (int i = 0; i < pixels.length; i++) {
       masked[i] = pixels[i] & 0xFFFFFF;
@@ -46,7 +50,7 @@ final class ColorReduction {
     Arrays.sort(sorted);
     ColorReduction reduction = new ColorReduction(sorted);
     int[] known = reduction.colors.clone();
-    int[] replacements = reduction.replacements(known);
+    int[] replacements = reduction.replacements(known, most);
     for (int i = 0; i < masked.length; i++) {
       masked[i] = replacements[Arrays.binarySearch(known, masked[i])];
     }
@@ -54,9 +58,9 @@ final class ColorReduction {
   }
 
   /** For each of the known colours, which are all there are in ascending order, its new colour. */
-  private int[] replacements(int[] known) {
+  private int[] replacements(int[] known, int most) {
     int[] replacements = new int[known.length];
-    for (Box box : boxes()) {
+    for (Box box : boxes(most)) {
       int color = box.color();
       for (int i = box.from; i < box.to; i++) {
         replacements[Arrays.binarySearch(known, colors[i])] = color;
@@ -65,10 +69,10 @@ final class ColorReduction {
     return replacements;
   }
 
-  private List<Box> boxes() {
+  private List<Box> boxes(int most) {
     List<Box> boxes = new ArrayList<>();
     boxes.add(new Box(0, colors.length));
-    while (boxes.size() < ColorTable.MAX_COLORS) {
+    while (boxes.size() < most) {
       Box worst = boxes.get(0);
       for (Box box : boxes) {
         worst = box.error > worst.error ? box : worst;

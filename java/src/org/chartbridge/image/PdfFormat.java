@@ -30,6 +30,7 @@ final class PdfFormat {
     filters.put(PDFFilterList.DEFAULT_FILTER, List.of("flate"));
     graphics.getPDFDocument().setFilterMap(filters);
     graphics.getPDFDocument().setProducer("chartbridge");
+    graphics.begin();
     graphics.scale((double) width / picture.width(), (double) height / picture.height());
     picture.drawing().accept(graphics);
     graphics.finish();

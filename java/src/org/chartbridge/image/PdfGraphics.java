@@ -21,6 +21,14 @@ final class PdfGraphics extends PDFDocumentGraphics2D {
     super(parent);
   }
 
+  /**
+   * Starts the page. The library would do so at the first stroke, and with it change the transform;
+   * a drawing that puts back a transform from before would then come out at another size.
+   */
+  void begin() {
+    preparePainting();
+  }
+
   @Override
   public Graphics create() {
     return new PdfGraphics(this);

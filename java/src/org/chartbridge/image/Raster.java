@@ -57,6 +57,22 @@ final class Raster {
     return ((DataBufferInt) image.getRaster().getDataBuffer()).getData();
   }
 
+  /**
+   * Pixels as they look on white.
+   *
+   * @return an image of {@link BufferedImage#TYPE_INT_RGB}
+   */
+  static BufferedImage onWhite(BufferedImage image) {
+    BufferedImage copy = allocate(image.getWidth(), image.getHeight());
+    Graphics2D graphics = copy.createGraphics();
+    try {
+      graphics.drawImage(image, 0, 0, Color.WHITE, null);
+    } finally {
+      graphics.dispose();
+    }
+    return copy;
+  }
+
   /** The same picture with three bytes for a pixel. */
   static BufferedImage toBgr(BufferedImage image) {
     BufferedImage copy =

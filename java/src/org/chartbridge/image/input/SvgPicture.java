@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: Apache-2.0
+package org.chartbridge.image.input;
+
+import java.awt.Dimension;
+import java.awt.Graphics2D;
+import java.awt.RenderingHints;
+import java.awt.geom.Dimension2D;
+import java.awt.image.BufferedImage;
+import java.lang.ref.WeakReference;
+import java.util.regex.Matcher;
+import java.util.regex.Pattern;
+import org.apache.batik.ext.awt.RenderingHintsKeyExt;
+import org.apache.batik.bridge.BridgeContext;
+import org.apache.batik.bridge.BridgeException;
+import org.apache.batik.bridge.DocumentLoader;
+import org.apache.batik.bridge.GVTBuilder;
+import org.apache.batik.gvt.GraphicsNode;
+import org.chartbridge.chart.ChartException;
+import org.chartbridge.image.Picture;
+import org.w3c.dom.Document;
+import org.w3c.dom.Element;
+
+/**
+ * An SVG image, ready to be drawn. Nothing is loaded for it and no script of it runs.
+ */
+final class SvgPicture {
+  /** The size of an image that names none, as browsers have it. */
+  private static final Dimension UNNAMED = new Dimension(300, 150);
+
+  private static final Pattern VIEW_BOX = Pattern.compile(
+      "\\s*\\S+[\\s,]+\\S+[\\s,]+([0-9.]+)[\\s,]+([0-9.]+)\\s*");
+
+  private SvgPicture() {}
+
+  /**
+   * Reads an image.
+   *
+   * @return a picture of its own size at 96 pixels to the inch
+   * @throws ChartException when it is damaged, refers to something outside or is too large
+   */
+  static Picture read(byte[] bytes) {
+    Document document = SvgDocument.read(bytes);
+    try {
+      BridgeContext context = context(document);
+      GraphicsNode drawing = new GVTBuilder().build(context, document);
+      return picture(context.getDocumentSize(), drawing);
+    } catch (BridgeException e) {
+      throw new ChartException("The SVG image cannot be drawn: " + reason(e) + ".", e);
+    }
+  }
+
+  /** Its pixels, clear where it draws nothing. */
+  static BufferedImage pixels(Picture picture) {
+    BufferedImage image = new BufferedImage(
+        picture.pixelWidth(), picture.pixelHeight(), BufferedImage.TYPE_INT_ARGB);
+    Graphics2D graphics = image.createGraphics();
+    try {
+      graphics.setRenderingHint(RenderingHints.KEY_ANTIALIASING, RenderingHints.VALUE_ANTIALIAS_ON);
+      graphics.setRenderingHint(
+          RenderingHints.KEY_TEXT_ANTIALIASING, RenderingHints.VALUE_TEXT_ANTIALIAS_ON);
+      graphics.setRenderingHint(RenderingHints.KEY_STROKE_CONTROL, RenderingHints.VALUE_STROKE_PURE);
+      graphics.setRenderingHint(
+          RenderingHints.KEY_INTERPOLATION, RenderingHints.VALUE_INTERPOLATION_BILINEAR);
+      // Without it the library complains on standard error, and blends more slowly.
+      graphics.setRenderingHint(
+          RenderingHintsKeyExt.KEY_BUFFERED_IMAGE, new WeakReference<>(image));
+      picture.drawing().accept(graphics);
+    } finally {
+      graphics.dispose();
+    }
+    return image;
+  }
+
+  private static BridgeContext context(Document document) {
+    SvgRules rules = new SvgRules(viewport(document.getDocumentElement()));
+    BridgeContext context = new BridgeContext(rules, new DocumentLoader(rules));
+    context.setDynamicState(BridgeContext.STATIC);
+    return context;
+  }
+
+  private static Dimension viewport(Element root) {
+    Matcher box = VIEW_BOX.matcher(root.getAttributeNS(null, "viewBox"));
+    if (!box.matches()) {
+      return UNNAMED;
+    }
+    try {
+      double width = Double.parseDouble(box.group(1));
+      double height = Double.parseDouble(box.group(2));
+      return new Dimension((int) Math.ceil(width), (int) Math.ceil(height));
+    } catch (NumberFormatException e) {
+      return UNNAMED;
+    }
+  }
+
+  private static Picture picture(Dimension2D size, GraphicsNode drawing) {
+    double width = Math.ceil(size.getWidth());
+    double height = Math.ceil(size.getHeight());
+    if (!(width >= 1 && height >= 1)) {
+      throw new ChartException("The SVG image has no width or no height, so it shows nothing.");
+    }
+    if (width * height > PixelReader.MAX_PIXELS) {
+      throw new ChartException("The SVG image has " + (long) width + " x " + (long) height
+          + " pixels; at most 100 million are drawn.");
+    }
+    return new Picture((int) width, (int) height, 1, drawing::paint);
+  }
+
+  /** The library's messages begin with the address of the document, which has none here. */
+  private static String reason(BridgeException e) {
+    String message = String.valueOf(e.getMessage()).strip();
+    return message.replaceAll("\\s+", " ").replaceAll("^\\S*:-?[0-9]+ ", "")
+        .replaceAll("\\.$", "");
+  }
+}
