@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: Apache-2.0
+package org.chartbridge.document.pdf;
+
+import java.util.Locale;
+
+/** Fonts, sizes and colours of pages; lengths in points. */
+final class PdfStyle {
+  static final String FAMILY = "Liberation Sans";
+  static final String FAMILIES = "Liberation Sans,DejaVu Sans";
+  static final String CODE_FAMILIES = "Liberation Mono,DejaVu Sans Mono";
+  static final String TEXT = "#1f1f1f";
+  static final String MUTED = "#555555";
+  static final String LINK = "#005a9c";
+  static final String RULE = "#c9c9c9";
+  static final String STRONG_RULE = "#1f1f1f";
+  static final String LIGHT_RULE = "#e0e0e0";
+  static final double SIZE = 10;
+  static final double TABLE_SIZE = 9;
+  static final double CELL_PADDING = 5;
+
+  private static final double[] HEADINGS = {15, 12.5, 11, 10, 10, 10};
+  private static final double POINTS_PER_PIXEL = 0.75;
+
+  private PdfStyle() {}
+
+  static double heading(int level) {
+    return HEADINGS[level - 1];
+  }
+
+  static String points(double length) {
+    return String.format(Locale.ROOT, "%.3fpt", length);
+  }
+
+  static String pixels(double length) {
+    return points(length * POINTS_PER_PIXEL);
+  }
+
+  static double pointsOfPixels(double length) {
+    return length * POINTS_PER_PIXEL;
+  }
+}

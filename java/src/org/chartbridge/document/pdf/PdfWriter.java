@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: Apache-2.0
+package org.chartbridge.document.pdf;
+
+import java.io.File;
+import java.io.IOException;
+import java.io.OutputStream;
+import org.apache.fop.apps.EnvironmentalProfileFactory;
+import org.apache.fop.apps.FOPException;
+import org.apache.fop.apps.FOUserAgent;
+import org.apache.fop.apps.Fop;
+import org.apache.fop.apps.FopFactory;
+import org.apache.fop.apps.FopFactoryBuilder;
+import org.apache.xmlgraphics.util.MimeConstants;
+import org.chartbridge.chart.ChartException;
+import org.chartbridge.document.export.DocumentWriter;
+import org.chartbridge.document.export.ExportSettings;
+import org.chartbridge.document.model.Document;
+import org.chartbridge.document.model.Metadata;
+
+/**
+ * Writes PDF: pages with numbers, bookmarks, embedded fonts, figures as vectors, and a structure for
+ * readers that read aloud.
+ */
+public final class PdfWriter implements DocumentWriter {
+  private static final float PIXELS_PER_INCH = 96;
+
+  @Override
+  public void write(Document document, ExportSettings settings, OutputStream out)
+      throws IOException {
+    FormatterReport report = new FormatterReport();
+    try (PdfFigures figures = new PdfFigures()) {
+      FOUserAgent agent = factory().newFOUserAgent();
+      agent.getEventBroadcaster().addEventListener(report);
+      describe(document.metadata(), agent);
+      Fop fop = agent.newFop(MimeConstants.MIME_PDF, out);
+      FoEvents events = new FoEvents(fop.getDefaultHandler());
+      new FoDocument(document, settings, figures, events).write();
+    } catch (FOPException | RuntimeException e) {
+      throw failure(report, e);
+    }
+    report.check();
+  }
+
+  /** What the formatter reported says more than what it threw afterwards. */
+  private static ChartException failure(FormatterReport report, Exception e) {
+    if (e instanceof ChartException own) {
+      return own;
+    }
+    report.check();
+    Throwable cause = e;
+    while (cause.getCause() != null) {
+      cause = cause.getCause();
+    }
+    return new ChartException("the PDF cannot be laid out: " + cause.getMessage(), e);
+  }
+
+  private static FopFactory factory() {
+    PdfFontList fonts = new PdfFontList();
+    FopFactoryBuilder builder = new FopFactoryBuilder(EnvironmentalProfileFactory.createRestrictedIO(
+        new File("/").toURI(), new PdfResources(fonts.files())));
+    return builder.setConfiguration(fonts.configuration())
+        .setAccessibility(true)
+        .setSourceResolution(PIXELS_PER_INCH)
+        .build();
+  }
+
+  private static void describe(Metadata metadata, FOUserAgent agent) {
+    agent.setProducer("chartbridge");
+    agent.setCreator("chartbridge");
+    agent.setTitle(metadata.title() == null ? "Document" : metadata.title());
+    if (metadata.author() != null) {
+      agent.setAuthor(metadata.author());
+    }
+    if (metadata.subtitle() != null) {
+      agent.setSubject(metadata.subtitle());
+    }
+  }
+}
