@@ -25,6 +25,7 @@ class CHARTBRIDGE_EXPORT JAccessor {
   explicit JAccessor(JNIEnv* threadEnv);
   /// The copy shares the references.
   JAccessor(const JAccessor& other);
+  /// Releases nothing: the references belong to their thread.
   virtual ~JAccessor();
 
   JAccessor& operator=(const JAccessor&) = delete;

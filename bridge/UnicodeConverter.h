@@ -15,6 +15,7 @@ class CHARTBRIDGE_EXPORT UnicodeConverter {
  public:
   /// @param text the text, in the encoding that the host's transcoder takes
   explicit UnicodeConverter(const std::string& text);
+  /// Frees the code units.
   ~UnicodeConverter();
 
   UnicodeConverter(const UnicodeConverter&) = delete;

@@ -41,6 +41,7 @@ class CHARTBRIDGE_EXPORT ViZEditor {
   /// The one editor, created on first use under the lock. It lives until the host deletes it.
   static ViZEditor* GetInstance();
 
+  /// An editor that is not started. Hosts take the one of `GetInstance`.
   ViZEditor();
   /// Deletes the binding if there is one. Takes no lock and leaves `_instance` as it is.
   virtual ~ViZEditor();

@@ -22,6 +22,7 @@ class CHARTBRIDGE_EXPORT VizConverter {
   /// The one converter, created on first use under the lock. It lives until the host deletes it.
   static VizConverter* GetInstance();
 
+  /// A converter that is not started. Hosts take the one of `GetInstance`.
   VizConverter();
   /// Deletes the binding if there is one. Takes no lock and leaves `s_pInstance` as it is.
   ~VizConverter();

@@ -20,6 +20,7 @@ class CHARTBRIDGE_EXPORT graphBoardConverter {
   /// The one converter, created on first use under the lock `TeskJVM::CritSect()`.
   static graphBoardConverter* GetInstance();
 
+  /// A converter with a binding of its own. Hosts take the one of `GetInstance`.
   graphBoardConverter();
   /// Destroys the one converter, also when called on another, and leaves none.
   ///

@@ -31,6 +31,7 @@ class CHARTBRIDGE_EXPORT ExAccessor : public JAccessor {
   /// Finds the Java class, makes its object (told whether the host is in UTF-8 mode) and becomes
   /// the current exporter, also when Java failed; that is in the dump file.
   explicit ExAccessor(JNIEnv* threadEnv);
+  /// Leaves no current exporter when it was this one. Calls no Java.
   ~ExAccessor() override;
 
   ExAccessor(const ExAccessor&) = delete;

@@ -39,6 +39,7 @@ class CHARTBRIDGE_EXPORT jsonEditor {
   /// texts empty, size 100, format 2, no template. The binding is left alone.
   static jsonEditor* GetInstance();
 
+  /// An editor that is not started, with all settings reset. Hosts take the one of `GetInstance`.
   jsonEditor();
   /// Deletes the binding if there is one. Takes no lock and leaves `_instance` as it is.
   virtual ~jsonEditor();

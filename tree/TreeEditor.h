@@ -47,6 +47,7 @@ class CHARTBRIDGE_EXPORT TreeEditor {
   /// The one editor, created on first use under the lock. It lives until the host deletes it.
   static TreeEditor* GetInstance();
 
+  /// An editor that is not started. Hosts take the one of `GetInstance`.
   TreeEditor();
   /// Deletes both bindings. Takes no lock and leaves `_instance` as it is.
   virtual ~TreeEditor();
