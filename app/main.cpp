@@ -10,6 +10,7 @@
 #include "app/Command.h"
 #include "app/ConvertCommand.h"
 #include "app/DoctorCommand.h"
+#include "app/DocumentCommand.h"
 #include "app/Failure.h"
 #include "app/JsonCommand.h"
 #include "app/NativeText.h"
@@ -22,6 +23,7 @@ namespace {
 using chartbridge::Command;
 using chartbridge::ConvertCommand;
 using chartbridge::DoctorCommand;
+using chartbridge::DocumentCommand;
 using chartbridge::Failure;
 using chartbridge::JsonCommand;
 using chartbridge::RenderCommand;
@@ -68,6 +70,7 @@ std::vector<std::unique_ptr<Command>> AddCommands(CLI::App& app) {
   commands.push_back(std::make_unique<ViewCommand>(app));
   commands.push_back(std::make_unique<ConvertCommand>(app));
   commands.push_back(std::make_unique<TreeCommand>(app));
+  commands.push_back(std::make_unique<DocumentCommand>(app));
   commands.push_back(std::make_unique<DoctorCommand>(app));
   return commands;
 }
