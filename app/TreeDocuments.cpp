@@ -21,7 +21,7 @@ void Read(const std::string& path, std::string& name, std::string& content) {
 bool IsAboutOutput(const JavaFailure& failure) {
   return failure.PassedThrough("org.chartbridge.image.OutputFiles.cannotWrite") ||
          failure.PassedThrough("org.chartbridge.image.OutputFiles.path") ||
-         failure.PassedThrough("org.chartbridge.tree.draw.PictureSet.makeFolder");
+         failure.PassedThrough("org.chartbridge.image.OutputFiles.makeFolder");
 }
 
 }  // namespace

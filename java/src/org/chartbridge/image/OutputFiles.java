@@ -8,19 +8,22 @@ import java.nio.file.FileSystemException;
 import java.nio.file.Files;
 import java.nio.file.InvalidPathException;
 import java.nio.file.Path;
-import java.nio.file.StandardCopyOption;
 import java.nio.file.StandardOpenOption;
+import java.util.ArrayDeque;
 import java.util.ArrayList;
-import java.util.HexFormat;
+import java.util.Deque;
 import java.util.List;
-import java.util.concurrent.ThreadLocalRandom;
 import org.chartbridge.chart.ChartException;
 
 /**
  * Files that appear whole or not at all. Each is written under a passing name in the folder of its
  * target and renamed when all of them are complete; until then a reader sees what was there before.
- * A target that is no regular file, such as a pipe or
- * {@code /dev/null}, is written directly.
+ * When one of them cannot be put in place, those before it are taken back: all appear, or none. A
+ * JVM that ends in order meanwhile leaves nothing of them either.
+ *
+ * <p>A target that is no regular file, such as a pipe or {@code /dev/null}, is written directly.
+ *
+ * <p>An object is for one thread.
  */
 public final class OutputFiles implements AutoCloseable {
   /** Writes the bytes of one file; the stream is closed by the caller. */
@@ -29,9 +32,8 @@ public final class OutputFiles implements AutoCloseable {
     void writeTo(OutputStream out) throws IOException;
   }
 
-  private record Staged(Path passing, Path target) {}
-
-  private final List<Staged> staged = new ArrayList<>();
+  private final List<StagedFile> staged = new ArrayList<>();
+  private final Deque<Path> madeFolders = new ArrayDeque<>();
 
   /** Writes one file. */
   public static void write(Path target, Content content) {
@@ -72,10 +74,7 @@ public final class OutputFiles implements AutoCloseable {
         }
         return;
       }
-      Path passing = passingName(file);
-      try (OutputStream out = Files.newOutputStream(
-               passing, StandardOpenOption.CREATE_NEW, StandardOpenOption.WRITE)) {
-        staged.add(new Staged(passing, file));
+      try (OutputStream out = newStaged(file)) {
         content.writeTo(out);
       }
     } catch (IOException e) {
@@ -83,28 +82,112 @@ public final class OutputFiles implements AutoCloseable {
     }
   }
 
-  /** Puts all staged files in place. */
-  public void commit() {
-    while (!staged.isEmpty()) {
-      Staged next = staged.get(0);
-      try {
-        Files.move(next.passing(), next.target(), StandardCopyOption.ATOMIC_MOVE,
-            StandardCopyOption.REPLACE_EXISTING);
-      } catch (IOException e) {
-        throw cannotWrite(next.target(), e);
-      }
-      staged.remove(0);
+  private OutputStream newStaged(Path target) throws IOException {
+    StagedFile file = new StagedFile(target);
+    synchronized (UnfinishedFiles.LOCK) {
+      UnfinishedFiles.add(this);
+      OutputStream out = Files.newOutputStream(
+          file.passing(), StandardOpenOption.CREATE_NEW, StandardOpenOption.WRITE);
+      staged.add(file);
+      return out;
     }
   }
 
-  /** Removes what was staged and not committed. */
+  /**
+   * Makes a folder, and those above it, where they are missing; they go away again unless the files
+   * are committed.
+   *
+   * @throws ChartException when that is impossible; the message names the folder and the reason
+   */
+  public void makeFolder(Path folder) {
+    synchronized (UnfinishedFiles.LOCK) {
+      UnfinishedFiles.add(this);
+      makeFolder(folder.toAbsolutePath(), folder);
+    }
+  }
+
+  private void makeFolder(Path path, Path named) {
+    if (Files.isDirectory(path)) {
+      return;
+    }
+    if (path.getParent() != null) {
+      makeFolder(path.getParent(), named);
+    }
+    try {
+      Files.createDirectory(path);
+      madeFolders.push(path);
+    } catch (IOException e) {
+      String reason = Files.exists(path)
+          ? "\"" + path + "\" is no folder" : "\"" + path + "\" cannot be made";
+      throw new ChartException("Cannot write into \"" + named + "\": " + reason + ".", e);
+    }
+  }
+
+  /**
+   * Puts all staged files in place.
+   *
+   * @throws ChartException when one of them cannot be; all targets are then what they were before
+   */
+  public void commit() {
+    synchronized (UnfinishedFiles.LOCK) {
+      UnfinishedFiles.check();
+      int last = staged.size() - 1;
+      for (int i = 0; i <= last; i++) {
+        putInPlace(i, i < last);
+      }
+      for (StagedFile file : staged) {
+        file.forgetOld();
+      }
+      staged.clear();
+      madeFolders.clear();
+    }
+  }
+
+  /** Nothing comes after the last file that could fail, so it needs no way back. */
+  private void putInPlace(int index, boolean othersFollow) {
+    StagedFile file = staged.get(index);
+    try {
+      if (othersFollow) {
+        file.keepOld();
+      }
+      file.putInPlace();
+    } catch (IOException e) {
+      ChartException failure = cannotWrite(file.target(), e);
+      undo(index, failure);
+      throw failure;
+    }
+  }
+
+  private void undo(int last, ChartException failure) {
+    for (int i = last; i >= 0; i--) {
+      try {
+        staged.get(i).undo();
+      } catch (IOException e) {
+        failure.addSuppressed(e);
+      }
+    }
+  }
+
+  /** Removes what was staged, and the folders made for it, unless it was committed. */
   @Override
   public void close() {
-    for (Staged left : staged) {
-      // Whether this works or not, the failure that led here is the one to tell.
-      left.passing().toFile().delete();
+    synchronized (UnfinishedFiles.LOCK) {
+      discard();
+      UnfinishedFiles.remove(this);
+    }
+  }
+
+  /** The caller holds the lock of {@link UnfinishedFiles}. */
+  void discard() {
+    for (StagedFile file : staged) {
+      file.discard();
     }
     staged.clear();
+    for (Path folder : madeFolders) {
+      // Where something else was put there in the meantime, it stays.
+      folder.toFile().delete();
+    }
+    madeFolders.clear();
   }
 
   /** A symbolic link stays; what it points at is replaced. */
@@ -130,11 +213,6 @@ public final class OutputFiles implements AutoCloseable {
     if (Files.exists(file) && !Files.isWritable(file)) {
       throw cannotWrite(target, "it is write-protected");
     }
-  }
-
-  private static Path passingName(Path file) {
-    String random = HexFormat.of().toHexDigits(ThreadLocalRandom.current().nextLong());
-    return file.resolveSibling(".chart-" + random + ".part");
   }
 
   private static ChartException cannotWrite(Path target, IOException e) {

@@ -12,6 +12,7 @@ import static org.junit.jupiter.api.Assumptions.assumeTrue;
 import java.io.IOException;
 import java.nio.file.Files;
 import java.nio.file.Path;
+import java.nio.file.attribute.FileTime;
 import java.util.List;
 import java.util.stream.Collectors;
 import java.util.stream.Stream;
@@ -95,6 +96,79 @@ class OutputFilesTest {
       }
     });
     assertEquals(List.of("a", "b"), files());
+  }
+
+  /** The last of three cannot be put in place, because a folder has come to be there. */
+  private String failingCommit() throws IOException {
+    Path blocked = folder.resolve("c");
+    try (OutputFiles files = new OutputFiles()) {
+      files.stage(folder.resolve("a"), text("new a"));
+      files.stage(folder.resolve("b"), text("new b"));
+      files.stage(blocked, text("new c"));
+      Files.createDirectory(blocked);
+      Files.writeString(blocked.resolve("content"), "x");
+      return assertThrows(ChartException.class, files::commit).getMessage();
+    }
+  }
+
+  @Test
+  void whenOneCannotBePutInPlaceThoseBeforeItAreTakenBack() throws IOException {
+    Path old = Files.writeString(folder.resolve("a"), "old a");
+    FileTime time = FileTime.fromMillis(1_000_000_000_000L);
+    Files.setLastModifiedTime(old, time);
+    String message = failingCommit();
+    assertTrue(message.startsWith("Cannot write \"" + folder.resolve("c") + "\": "), message);
+    assertEquals("old a", Files.readString(old));
+    assertEquals(time, Files.getLastModifiedTime(old));
+    assertEquals(List.of("a", "c"), files());
+    assertEquals("x", Files.readString(folder.resolve("c/content")));
+  }
+
+  @Test
+  void theOneInTheMiddleToo() throws IOException {
+    Files.writeString(folder.resolve("a"), "old a");
+    Files.writeString(folder.resolve("z"), "old z");
+    try (OutputFiles files = new OutputFiles()) {
+      files.stage(folder.resolve("a"), text("new a"));
+      files.stage(folder.resolve("b"), text("new b"));
+      files.stage(folder.resolve("z"), text("new z"));
+      Files.createDirectories(folder.resolve("b/content"));
+      assertThrows(ChartException.class, files::commit);
+      assertEquals("old a", Files.readString(folder.resolve("a")));
+    }
+    assertEquals("old z", Files.readString(folder.resolve("z")));
+    assertEquals(List.of("a", "b", "z"), files());
+  }
+
+  @Test
+  void replacingSeveralLeavesNothingOfTheOldOnes() throws IOException {
+    Files.writeString(folder.resolve("a"), "old a");
+    Files.writeString(folder.resolve("b"), "old b");
+    try (OutputFiles files = new OutputFiles()) {
+      files.stage(folder.resolve("a"), text("new a"));
+      files.stage(folder.resolve("b"), text("new b"));
+      files.commit();
+    }
+    assertEquals("new a", Files.readString(folder.resolve("a")));
+    assertEquals("new b", Files.readString(folder.resolve("b")));
+    assertEquals(List.of("a", "b"), files());
+  }
+
+  @Test
+  void foldersThatWereMadeGoWithFilesThatFail() throws IOException {
+    Path made = folder.resolve("x/y");
+    try (OutputFiles files = new OutputFiles()) {
+      files.makeFolder(made);
+      files.stage(made.resolve("a"), text("1"));
+      assertTrue(Files.isDirectory(made));
+    }
+    assertEquals(List.of(), files());
+    try (OutputFiles files = new OutputFiles()) {
+      files.makeFolder(made);
+      files.stage(made.resolve("a"), text("1"));
+      files.commit();
+    }
+    assertEquals("1", Files.readString(made.resolve("a")));
   }
 
   @Test

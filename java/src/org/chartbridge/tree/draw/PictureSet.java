@@ -1,13 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 package org.chartbridge.tree.draw;
 
-import java.io.IOException;
-import java.nio.file.Files;
 import java.nio.file.Path;
 import java.text.Normalizer;
-import java.util.ArrayDeque;
 import java.util.ArrayList;
-import java.util.Deque;
 import java.util.LinkedHashMap;
 import java.util.List;
 import java.util.Map;
@@ -116,48 +112,15 @@ public final class PictureSet {
    * @return the files, the overview first
    */
   public List<Path> write(Path folder, ImageType type) {
-    Deque<Path> made = new ArrayDeque<>();
     List<Path> paths = new ArrayList<>();
-    boolean done = false;
     try (OutputFiles files = new OutputFiles()) {
-      makeFolder(folder.toAbsolutePath(), folder, made);
+      files.makeFolder(folder);
       for (Map.Entry<String, Supplier<TreePicture>> entry : pictures.entrySet()) {
         Path target = folder.resolve(entry.getKey() + TreeOutput.ending(type));
         paths.addAll(TreeOutput.stage(files, target, entry.getValue().get(), type, 100));
       }
       files.commit();
-      done = true;
-    } finally {
-      if (!done) {
-        made.forEach(PictureSet::removeIfEmpty);
-      }
     }
     return paths;
-  }
-
-  private static void makeFolder(Path path, Path named, Deque<Path> made) {
-    if (Files.isDirectory(path)) {
-      return;
-    }
-    if (path.getParent() != null) {
-      makeFolder(path.getParent(), named, made);
-    }
-    try {
-      Files.createDirectory(path);
-      made.push(path);
-    } catch (IOException e) {
-      String reason = Files.exists(path)
-          ? "\"" + path + "\" is no folder" : "\"" + path + "\" cannot be made";
-      throw new TreeException("Cannot write into \"" + named + "\": " + reason + ".", e);
-    }
-  }
-
-  private static void removeIfEmpty(Path folder) {
-    try {
-      Files.deleteIfExists(folder);
-    } catch (IOException e) {
-      // Something else was put there in the meantime, so it stays.
-      return;
-    }
   }
 }
