@@ -7,6 +7,8 @@
 #include <iterator>
 #include <system_error>
 
+#include "app/Failure.h"
+
 namespace chartbridge {
 
 namespace {
@@ -22,21 +24,19 @@ DumpFolder::DumpFolder() {
     _sizesBefore = Sizes();
     return;
   }
-  std::error_code error;
-  const std::filesystem::path parent = std::filesystem::temp_directory_path(error);
-  std::string pattern = (error ? std::filesystem::path("/tmp") : parent) / "chartbridge-XXXXXX";
-  // Without the folder only the reason of a failure is lost, not the work.
-  _private = true;
-  if (mkdtemp(pattern.data()) == nullptr) return;
-  _folder = pattern;
+  _isPrivate = true;
+  try {
+    _private.emplace();
+  } catch (const Failure&) {
+    // Without the folder only the reason of a failure is lost, not the work.
+    return;
+  }
+  _folder = _private->Path();
   setenv(kVariable, _folder.c_str(), 1);
 }
 
 DumpFolder::~DumpFolder() {
-  if (!_private || _folder.empty()) return;
-  unsetenv(kVariable);
-  std::error_code ignored;
-  std::filesystem::remove_all(_folder, ignored);
+  if (_private) unsetenv(kVariable);
 }
 
 std::map<std::string, std::uintmax_t> DumpFolder::Sizes() const {
@@ -53,7 +53,7 @@ std::map<std::string, std::uintmax_t> DumpFolder::Sizes() const {
 }
 
 std::string DumpFolder::NewRecords() const {
-  if (_folder.empty() && _private) return "";
+  if (_folder.empty() && _isPrivate) return "";
   std::string records;
   for (const auto& [path, size] : Sizes()) {
     const auto before = _sizesBefore.find(path);
@@ -67,7 +67,7 @@ std::string DumpFolder::NewRecords() const {
 }
 
 std::string DumpFolder::WhyEmpty() const {
-  if (_private) return "it failed, and there is no record of why";
+  if (_isPrivate) return "it failed, and there is no record of why";
   return "it failed, and the folder that DumpChartTimePath names took no record of why";
 }
 

@@ -4,7 +4,10 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
+
+#include "app/ScratchFolder.h"
 
 namespace chartbridge {
 
@@ -34,7 +37,8 @@ class DumpFolder {
   std::map<std::string, std::uintmax_t> Sizes() const;
 
   std::string _folder;
-  bool _private = false;
+  bool _isPrivate = false;
+  std::optional<ScratchFolder> _private;
   std::map<std::string, std::uintmax_t> _sizesBefore;
 };
 

@@ -8,6 +8,7 @@
 #include "app/Failure.h"
 #include "app/Installation.h"
 #include "app/NativeText.h"
+#include "app/SignalCleanup.h"
 #include "host/JvmSettings.h"
 #include "host/JvmThreads.h"
 #include "platform/TeskJVM.h"
@@ -60,8 +61,17 @@ JavaMachine::JavaMachine(const JavaOptions& options) : _env(nullptr) {
     throw Failure(messages.empty() ? "Java could not be started" : OnOneLine(messages));
   }
   _env = TeskJVM::GetInstance()->GetEnv();
+  const auto lock = SignalCleanup::Lock();
+  SignalCleanup::SetJavaRuns(true);
 }
 
-JavaMachine::~JavaMachine() { DestroyJvm(); }
+JavaMachine::~JavaMachine() {
+  {
+    // A signal that comes later finds all files complete.
+    const auto lock = SignalCleanup::Lock();
+    SignalCleanup::SetJavaRuns(false);
+  }
+  DestroyJvm();
+}
 
 }  // namespace chartbridge

@@ -6,12 +6,15 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 #include "app/Failure.h"
 #include "app/InputFile.h"
+#include "app/SignalCleanup.h"
 
 namespace chartbridge {
 
@@ -32,6 +35,47 @@ mode_t NewFileMode() {
   umask(mask);
   return static_cast<mode_t>(0666) & ~mask;
 }
+
+/// A file beside another, whose place it is going to take. It goes away with its scope, and with a
+/// signal that ends the command.
+class PassingFile {
+ public:
+  explicit PassingFile(const std::string& target) : _target(target) {
+    const std::string name = std::filesystem::path(target).filename().string();
+    _path = FolderOf(target) + "/." + name + ".XXXXXX";
+    const auto lock = SignalCleanup::Lock();
+    _descriptor = mkostemp(_path.data(), O_CLOEXEC);
+    _isThere = _descriptor >= 0;
+    if (_isThere) SignalCleanup::Add(_path);
+  }
+
+  ~PassingFile() {
+    if (_descriptor >= 0) close(_descriptor);
+    const auto lock = SignalCleanup::Lock();
+    if (_isThere) unlink(_path.c_str());
+    SignalCleanup::Remove(_path);
+  }
+
+  PassingFile(const PassingFile&) = delete;
+  PassingFile& operator=(const PassingFile&) = delete;
+
+  /// Negative when it could not be made; errno says why.
+  int Descriptor() const { return _descriptor; }
+
+  /// False when that is impossible; errno says why.
+  bool PutInPlace() {
+    const int descriptor = std::exchange(_descriptor, -1);
+    if (close(descriptor) != 0 || rename(_path.c_str(), _target.c_str()) != 0) return false;
+    _isThere = false;
+    return true;
+  }
+
+ private:
+  std::string _target;
+  std::string _path;
+  int _descriptor;
+  bool _isThere;
+};
 
 }  // namespace
 
@@ -104,22 +148,11 @@ void OutputFile::WriteTo(int descriptor, const std::string& content) const {
 }
 
 void OutputFile::Replace(const std::string& content) const {
-  const std::string fileName = std::filesystem::path(_target).filename().string();
-  std::string beside = FolderOf(_target) + "/." + fileName + ".XXXXXX";
-  const int descriptor = mkostemp(beside.data(), O_CLOEXEC);
-  if (descriptor < 0) FailWith(_name, errno);
-  try {
-    WriteTo(descriptor, content);
-    if (fchmod(descriptor, NewFileMode()) != 0) FailWith(_name, errno);
-  } catch (const Failure&) {
-    close(descriptor);
-    unlink(beside.c_str());
-    throw;
-  }
-  if (close(descriptor) != 0 || rename(beside.c_str(), _target.c_str()) != 0) {
-    const int error = errno;
-    unlink(beside.c_str());
-    FailWith(_name, error);
+  PassingFile passing(_target);
+  if (passing.Descriptor() < 0) FailWith(_name, errno);
+  WriteTo(passing.Descriptor(), content);
+  if (fchmod(passing.Descriptor(), NewFileMode()) != 0 || !passing.PutInPlace()) {
+    FailWith(_name, errno);
   }
 }
 

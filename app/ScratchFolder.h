@@ -6,7 +6,8 @@
 
 namespace chartbridge {
 
-/// A private folder for files that are needed only for the length of this scope.
+/// A private folder for files that are needed only for the length of this scope. A signal that ends
+/// the command removes it too.
 class ScratchFolder {
  public:
   /// Throws `Failure` when it cannot be made.
@@ -17,6 +18,7 @@ class ScratchFolder {
   ScratchFolder(const ScratchFolder&) = delete;
   ScratchFolder& operator=(const ScratchFolder&) = delete;
 
+  const std::string& Path() const { return _path; }
   /// The path of a file in it.
   std::string File(const std::string& name) const { return _path + "/" + name; }
 

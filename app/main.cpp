@@ -15,6 +15,7 @@
 #include "app/JsonCommand.h"
 #include "app/NativeText.h"
 #include "app/RenderCommand.h"
+#include "app/SignalCleanup.h"
 #include "app/TreeCommand.h"
 #include "app/ViewCommand.h"
 
@@ -114,6 +115,7 @@ int RunCommandLine(int argc, char** argv) {
 int main(int argc, char** argv) {
   chartbridge::AdoptUserEncoding();
   try {
+    chartbridge::SignalCleanup::Begin();
     return RunCommandLine(argc, argv);
   } catch (const std::bad_alloc&) {
     std::cerr << "chartbridge: out of memory\n";

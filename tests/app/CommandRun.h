@@ -25,6 +25,7 @@ extern const std::string kUnset;
 struct RunResult {
   /// The exit code; 128 plus the signal for a program that a signal ended.
   int exitCode = -1;
+  bool endedBySignal = false;
   std::string output;
   std::string errors;
 };

@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "app/SignalCleanup.h"
+
+#include <fcntl.h>
+#include <jni.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <set>
+#include <system_error>
+#include <thread>
+
+#include "platform/TeskJVM.h"
+
+namespace chartbridge {
+
+namespace {
+
+constexpr int kSignals[] = {SIGHUP, SIGINT, SIGTERM};
+// A shell's exit code for a program that a signal ended.
+constexpr int kSignalCode = 128;
+constexpr int kMostAttempts = 100;
+
+std::mutex mutex;
+bool javaRuns = false;
+// How a signal gets from its handler, where next to nothing is allowed, to the watching thread.
+int readEnd = -1;
+int writeEnd = -1;
+int endingSignal = 0;
+
+std::set<std::string>& Paths() {
+  // Leaked on purpose: the watching thread may need it while the process ends.
+  static auto* const paths = new std::set<std::string>;
+  return *paths;
+}
+
+void OnSignal(int signal) {
+  const int error = errno;
+  const auto number = static_cast<unsigned char>(signal);
+  const ssize_t ignored = write(writeEnd, &number, 1);
+  static_cast<void>(ignored);
+  errno = error;
+}
+
+void SetAction(int signal, void (*action)(int)) {
+  struct sigaction before {};
+  sigaction(signal, nullptr, &before);
+  if (before.sa_handler == SIG_IGN) return;
+  struct sigaction after {};
+  after.sa_handler = action;
+  after.sa_flags = SA_RESTART;
+  sigaction(signal, &after, nullptr);
+}
+
+void SetActions(void (*action)(int)) {
+  for (const int signal : kSignals) SetAction(signal, action);
+}
+
+int NextSignal() {
+  unsigned char number = 0;
+  ssize_t count = 0;
+  do {
+    count = read(readEnd, &number, 1);
+  } while (count < 0 && errno == EINTR);
+  return count == 1 ? number : 0;
+}
+
+void RemovePaths() {
+  for (const std::string& path : Paths()) {
+    // Other threads go on, and may just be adding a file to the folder.
+    for (int i = 0; i < kMostAttempts; ++i) {
+      std::error_code error;
+      std::filesystem::remove_all(path, error);
+      if (!error) break;
+    }
+  }
+}
+
+[[noreturn]] void EndBySignal() {
+  std::raise(endingSignal);
+  // Only where somebody has blocked it.
+  _exit(kSignalCode + endingSignal);
+}
+
+/// Returns only where Java cannot be reached.
+void EndJava() {
+  JNIEnv* env = nullptr;
+  if (!TeskJVM::GetInstance()->AttachCurrentThread(&env)) return;
+  jclass system = env->FindClass("java/lang/System");
+  if (system == nullptr) return;
+  const jmethodID exit = env->GetStaticMethodID(system, "exit", "(I)V");
+  if (exit == nullptr) return;
+  // Java ends the process with exit() as soon as it has cleaned up. The last function that was
+  // registered runs first: before objects go away that the command is still using.
+  std::atexit(EndBySignal);
+  env->CallStaticVoidMethod(system, exit, jint{kSignalCode + endingSignal});
+}
+
+void Watch() {
+  const int signal = NextSignal();
+  if (signal == 0) return;
+  SetActions(SIG_DFL);
+  // Kept to the end: nobody makes another file, or ends Java, any more.
+  const std::lock_guard<std::mutex> lock(mutex);
+  endingSignal = signal;
+  RemovePaths();
+  if (javaRuns) EndJava();
+  EndBySignal();
+}
+
+}  // namespace
+
+void SignalCleanup::Begin() {
+  int ends[2];
+  // Without a pipe the signals end the process as they always do.
+  if (pipe2(ends, O_CLOEXEC) != 0) return;
+  readEnd = ends[0];
+  writeEnd = ends[1];
+  std::thread(Watch).detach();
+  SetActions(OnSignal);
+}
+
+std::unique_lock<std::mutex> SignalCleanup::Lock() { return std::unique_lock<std::mutex>(mutex); }
+
+void SignalCleanup::Add(const std::string& path) { Paths().insert(path); }
+
+void SignalCleanup::Remove(const std::string& path) { Paths().erase(path); }
+
+void SignalCleanup::SetJavaRuns(bool runs) { javaRuns = runs; }
+
+}  // namespace chartbridge
