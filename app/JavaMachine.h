@@ -15,6 +15,8 @@ struct JavaOptions {
   std::string classPath;
   /// Whether the guard stands between the library and the JVM.
   bool guard = true;
+  /// The folder of the templates that charts name. Empty: none.
+  std::string templates;
   /// Whether Java may show windows, where there is a display.
   bool screen = false;
   /// Whether failures come with their Java stack trace.
