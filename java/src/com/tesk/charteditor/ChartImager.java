@@ -19,6 +19,7 @@ import org.chartbridge.image.OutputFiles;
 import org.chartbridge.image.Picture;
 import org.chartbridge.image.PictureEncoder;
 import org.chartbridge.image.input.ImageConversion;
+import org.chartbridge.stylesheet.StyleSheet;
 import org.chartbridge.template.TemplatedChart;
 
 /**
@@ -196,6 +197,18 @@ public final class ChartImager {
       ImageConversion.convert(image, OutputFiles.path(path), ImageType.of(imageType));
       return true;
     });
+  }
+
+  /**
+   * Applies a style sheet.
+   *
+   * @param document XML, or a chart in the graph language, which becomes chart XML first
+   * @param styleSheet XSLT 1.0; it can load nothing and call no Java
+   * @return what the style sheet puts out, in its output encoding; empty for nothing, never null
+   */
+  public byte[] ApplyStyleSheet(byte[] document, byte[] styleSheet) {
+    return guarded("The style sheet cannot be applied, by a fault of this library: ",
+        () -> StyleSheet.apply(document, styleSheet));
   }
 
   private static void checkGiven(byte[] chart) {

@@ -1,15 +1,22 @@
 // SPDX-License-Identifier: Apache-2.0
 package com.tesk.vizconverter;
 
+import java.util.function.Supplier;
 import org.chartbridge.chart.ChartException;
 import org.chartbridge.format.ChartUpgrade;
 import org.chartbridge.format.ChartWriter;
 import org.chartbridge.language.GraphLanguage;
+import org.chartbridge.stylesheet.StyleSheet;
 
 /**
- * What the native converter calls: the graph language to chart XML, and older chart XML to the
- * current version. Nothing is thrown at native code; a failure is null, and {@link
- * #getErrorMessage} has its reason. One conversion at a time.
+ * What the two native converters call. One conversion at a time.
+ *
+ * <p>The converter of charts keeps its object: the graph language to chart XML, and older chart XML
+ * to the current version. Nothing is thrown at it; a failure is null, and {@link #getErrorMessage}
+ * has its reason.
+ *
+ * <p>The converter of templates makes a new object for each conversion and can ask it nothing
+ * afterwards. A failure is thrown at it, so that its reason gets into the host's exception dump.
  */
 public final class VizConverter {
   private String errorMessage;
@@ -38,6 +45,33 @@ public final class VizConverter {
    */
   public byte[] ConvertXml(byte[] xml) {
     return convert(xml, ChartUpgrade::upgrade);
+  }
+
+  /**
+   * Applies a style sheet to a chart.
+   *
+   * @param chart chart XML or another XML document, or a chart in the graph language, which becomes
+   *     chart XML first
+   * @param styleSheet XSLT 1.0; it can load nothing and call no Java
+   * @return what the style sheet puts out, in its output encoding; empty for nothing, never null
+   * @throws ChartException when it fails; the message says which of the two is wrong, where and why
+   */
+  public byte[] graphBoardApplyStyleSheet(byte[] chart, byte[] styleSheet) {
+    return thrown(() -> StyleSheet.apply(chart, styleSheet));
+  }
+
+  /** What goes wrong inside a library still ends as one line for people. */
+  private static byte[] thrown(Supplier<byte[]> conversion) {
+    try {
+      return conversion.get();
+    } catch (ChartException e) {
+      throw e;
+    } catch (RuntimeException | StackOverflowError e) {
+      throw new ChartException("The conversion failed unexpectedly: " + e, e);
+    } catch (OutOfMemoryError e) {
+      throw new ChartException(
+          "The Java heap is full; give the JVM more memory (-Xmx) for such a document.", e);
+    }
   }
 
   /**

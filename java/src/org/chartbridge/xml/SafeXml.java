@@ -8,6 +8,7 @@ import java.util.Locale;
 import javax.xml.XMLConstants;
 import javax.xml.parsers.ParserConfigurationException;
 import javax.xml.parsers.SAXParserFactory;
+import javax.xml.transform.sax.SAXSource;
 import javax.xml.transform.stream.StreamSource;
 import javax.xml.validation.Schema;
 import javax.xml.validation.SchemaFactory;
@@ -72,6 +73,20 @@ public final class SafeXml {
       throw new ChartException("the document cannot be read: " + e.getMessage(), e);
     }
     return builder.root();
+  }
+
+  /**
+   * A document for those who have to read it themselves, such as a transformer, by the same rules
+   * as {@link #parse}; call that first for its limits and its messages.
+   *
+   * @param bytes in the encoding of the byte order mark or XML declaration, else in UTF-8
+   */
+  public static SAXSource source(byte[] bytes) {
+    try {
+      return new SAXSource(reader(), new InputSource(new StringReader(XmlEncoding.decode(bytes))));
+    } catch (SAXException e) {
+      throw new IllegalStateException("the JDK's XML parser cannot be made safe", e);
+    }
   }
 
   /** Whoever passes another kind of text here should read that, not a remark about prologs. */

@@ -121,6 +121,11 @@ public final class XmlElement implements XmlNode {
     return source == null ? null : TextPosition.of(source, start);
   }
 
+  /** The line in which the start tag ends, 1-based; 0 for an element that stands in no document. */
+  public int lastLineOfTag() {
+    return source == null ? 0 : TextPosition.of(source, end).line();
+  }
+
   /** Where the attribute's name stands; the element's position when it is not written there. */
   public TextPosition position(String attribute) {
     if (source == null) {
