@@ -14,8 +14,8 @@ import org.chartbridge.document.model.FigureContent.Part;
 import org.chartbridge.draw.ChartDrawing;
 import org.chartbridge.draw.DrawOptions;
 import org.chartbridge.draw.Style;
-import org.chartbridge.format.ChartSource;
 import org.chartbridge.image.Picture;
+import org.chartbridge.template.TemplatedChart;
 import org.chartbridge.tree.TreeDocument;
 import org.chartbridge.tree.draw.TreeDisplay;
 import org.chartbridge.tree.draw.TreePicture;
@@ -84,7 +84,7 @@ public final class FigureRenderer {
 
   private static Chart described(Part description) {
     try {
-      return ChartSource.read(description.bytes());
+      return TemplatedChart.read(description.bytes());
     } catch (ChartException e) {
       if (description.origin().isEmpty() && e.getMessage().startsWith("line ")) {
         throw new PlacedException(e.getMessage(), e);

@@ -13,6 +13,8 @@ import org.chartbridge.document.model.Table;
 /** Writes a table as formatting objects; its header comes again on every page that it goes on to. */
 final class FoTable {
   private static final FontRenderContext METRICS = new FontRenderContext(null, true, true);
+  /** Tables of so many rows are not split between pages, if they fit on one. */
+  private static final int SHORT = 12;
   /** A line that fits exactly by Java's metrics might not by the formatter's. */
   private static final double TOLERANCE = 1.5;
 
@@ -42,14 +44,16 @@ final class FoTable {
     for (double width : widths) {
       sum += width + 2 * PdfStyle.CELL_PADDING;
     }
-    out.open("block", "space-before", "8pt", "space-after", "14pt");
+    out.open("block", "space-before", "8pt", "space-after", "14pt", "keep-together.within-page",
+        table.rows().size() <= SHORT ? PdfStyle.KEEP : null);
     if (table.caption() != null) {
       out.open("block", "font-weight", "bold", "font-size", "9.5pt", "space-after", "4pt",
           "keep-with-next.within-page", "always");
       out.text(table.caption()).close("block");
     }
     out.open("table", "table-layout", "fixed", "width", PdfStyle.points(sum), "font-size",
-        PdfStyle.points(PdfStyle.TABLE_SIZE), "line-height", "1.35", "border-collapse", "separate");
+        PdfStyle.points(PdfStyle.TABLE_SIZE), "line-height", "1.35", "border-collapse", "separate",
+        "border-spacing", "0pt");
     for (double width : widths) {
       out.empty("table-column", "column-width",
           PdfStyle.points(width + 2 * PdfStyle.CELL_PADDING));
@@ -65,7 +69,10 @@ final class FoTable {
     }
     out.open(section);
     for (int row = from; row < to; row++) {
-      out.open("table-row", "keep-together.within-page", "always");
+      // Neither the first row of a part nor its last stands alone on a page.
+      boolean edge = to - from > 2 && (row == from || row == to - 2);
+      out.open("table-row", "keep-together.within-page", PdfStyle.KEEP, "keep-with-next.within-page",
+          edge ? PdfStyle.KEEP : null);
       for (Table.Cell cell : table.rows().get(row)) {
         cell(cell, from, to);
       }
@@ -87,6 +94,8 @@ final class FoTable {
     String below = null;
     if (last) {
       below = inHeader ? "0.6pt solid #8a8a8a" : "1pt solid " + PdfStyle.STRONG_RULE;
+    } else if (inHeader && cell.columnSpan() > 1) {
+      below = "0.4pt solid #8a8a8a";
     }
     out.open("table-cell", "number-columns-spanned", span(cell.columnSpan()), "number-rows-spanned",
         span(cell.rowSpan()), "padding", "2.5pt " + PdfStyle.points(PdfStyle.CELL_PADDING),

@@ -14,6 +14,8 @@ final class PdfStyle {
   static final String RULE = "#c9c9c9";
   static final String STRONG_RULE = "#1f1f1f";
   static final String LIGHT_RULE = "#e0e0e0";
+  /** Together where it is possible; what is longer than a page is split nevertheless. */
+  static final String KEEP = "5";
   static final double SIZE = 10;
   static final double TABLE_SIZE = 9;
   static final double CELL_PADDING = 5;

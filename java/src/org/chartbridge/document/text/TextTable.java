@@ -19,7 +19,8 @@ final class TextTable {
   private final Table table;
   private final int[] widths;
   private final Map<Table.Cell, List<String>> texts = new HashMap<>();
-  private final boolean lined;
+  private boolean linedHeader;
+  private boolean linedBody;
   /** Where the line above each row is, or would be. */
   private final int[] tops;
 
@@ -31,15 +32,15 @@ final class TextTable {
   private TextTable(Table table, int available) {
     this.table = table;
     widths = widths(table, available);
-    boolean several = false;
     for (List<Table.Cell> row : table.rows()) {
       for (Table.Cell cell : row) {
         List<String> lines = TextLines.wrap(MarkedText.plain(cell.text()), inner(cell), true);
         texts.put(cell, lines);
-        several |= lines.size() > 1 || cell.rowSpan() > 1;
+        boolean several = lines.size() > 1 || cell.rowSpan() > 1;
+        linedHeader |= several && cell.row() < table.headerRows();
+        linedBody |= several && cell.row() >= table.headerRows();
       }
     }
-    lined = several;
     tops = tops(heights());
     lefts = new int[widths.length + 1];
     for (int i = 0; i < widths.length; i++) {
@@ -114,6 +115,7 @@ final class TextTable {
 
   /** Whether there is a line above a row. */
   private boolean hasLine(int row) {
+    boolean lined = row < table.headerRows() ? linedHeader : linedBody;
     return lined || row == 0 || row == table.headerRows() || row == table.rows().size();
   }
 
