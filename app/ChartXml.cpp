@@ -35,18 +35,20 @@ bool IsXmlCharacter(UChar32 character) {
   return character != 0xFFFE && character != 0xFFFF;
 }
 
-[[noreturn]] void RefuseByte(const std::string& name, const std::string& csv, std::size_t at) {
+[[noreturn]] void Refuse(const std::string& name, const std::string& csv, std::size_t at,
+                         UChar32 character) {
   const auto line =
       1 + std::count(csv.begin(), csv.begin() + static_cast<std::ptrdiff_t>(at), '\n');
-  std::array<char, 5> byte{};
-  std::snprintf(byte.data(), byte.size(), "0x%02X", static_cast<unsigned char>(csv[at]));
   const std::string where = name + ": line " + std::to_string(line) + ": ";
-  if (static_cast<unsigned char>(csv[at]) < 0x20) {
-    throw Failure(where + "holds the control character " + byte.data() +
-                  ", which chart XML cannot carry");
+  std::array<char, 16> found{};
+  if (character < 0) {
+    const unsigned int byte = static_cast<unsigned char>(csv[at]);
+    std::snprintf(found.data(), found.size(), "0x%02X", byte);
+    throw Failure(where + "the byte " + found.data() +
+                  " is not UTF-8; the data must be saved as UTF-8");
   }
-  throw Failure(where + "the byte " + byte.data() +
-                " is not UTF-8; the data must be saved as UTF-8");
+  std::snprintf(found.data(), found.size(), "U+%04X", static_cast<unsigned int>(character));
+  throw Failure(where + "holds " + found.data() + ", which chart XML cannot carry");
 }
 
 /// The text as element content. Carriage returns are references, as parsers would take others for
@@ -60,7 +62,7 @@ std::string Escaped(const std::string& csv, const std::string& name) {
     const std::size_t start = next;
     UChar32 character = 0;
     U8_NEXT(bytes, next, size, character);
-    if (character < 0 || !IsXmlCharacter(character)) RefuseByte(name, csv, start);
+    if (character < 0 || !IsXmlCharacter(character)) Refuse(name, csv, start, character);
     switch (character) {
       case '&':
         escaped += "&amp;";

@@ -16,6 +16,8 @@ using Json = nlohmann::json;
 
 constexpr const char* kNoTitle = "Chart";
 constexpr const char* kWhite = "#ffffff";
+constexpr const char* kLight = "#eeeeee";
+constexpr const char* kDark = "#333333";
 
 /// The text as HTML content or attribute value.
 std::string AsHtml(const std::string& text) {
@@ -78,6 +80,18 @@ std::string ColorOf(const Json& value) {
   return hexadecimal ? color : kWhite;
 }
 
+/// A colour for texts on a ground of that colour, #RGB or #RRGGBB.
+std::string ReadableOn(const std::string& background) {
+  const std::size_t digits = background.size() < 7 ? 1 : 2;
+  const auto part = [&](std::size_t index) {
+    const std::string hexadecimal = background.substr(1 + index * digits, digits);
+    return std::stoul(digits == 1 ? hexadecimal + hexadecimal : hexadecimal, nullptr, 16);
+  };
+  // The eye's share of red, green and blue in brightness.
+  const unsigned long brightness = 299 * part(0) + 587 * part(1) + 114 * part(2);
+  return brightness < 128 * 1000 ? kLight : kDark;
+}
+
 /// The text with all its blanks filled in. What is filled in is not looked at again.
 std::string Filled(const std::string& text, const std::map<std::string, std::string>& blanks) {
   std::string filled;
@@ -111,9 +125,11 @@ std::string ViewerPage::With(const std::string& chart, const std::string& title)
   if (heading.empty()) heading = kNoTitle;
   std::string description = TextOf(parsed.value("description", Json()));
   if (description.empty()) description = heading;
+  const std::string background = ColorOf(parsed.value("background", Json()));
   return Filled(_page, {{"@TITLE@", AsHtml(heading)},
                         {"@DESCRIPTION@", AsHtml(description)},
-                        {"@BACKGROUND@", ColorOf(parsed.value("background", Json()))},
+                        {"@BACKGROUND@", background},
+                        {"@FOREGROUND@", ReadableOn(background)},
                         {"@CHART@", AsScript(chart)}});
 }
 

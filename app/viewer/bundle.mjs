@@ -8,7 +8,7 @@ import path from 'node:path';
 // In the order in which a page must run them.
 const SCRIPTS = ['vega', 'vega-lite', 'vega-embed'];
 // What the command fills in for each chart.
-const BLANKS = ['@TITLE@', '@DESCRIPTION@', '@BACKGROUND@', '@CHART@'];
+const BLANKS = ['@TITLE@', '@DESCRIPTION@', '@BACKGROUND@', '@FOREGROUND@', '@CHART@'];
 const SCRIPTS_BLANK = '@SCRIPTS@';
 
 function readPackage(folder) {
