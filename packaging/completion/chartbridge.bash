@@ -1,8 +1,8 @@
 # SPDX-License-Identifier: Apache-2.0
 # shellcheck shell=bash
 #
-# Completion of `chartbridge` for bash (and for zsh after `bashcompinit`). The words come from the
-# command's own --help, so that they fit the version that is installed.
+# Completion of `chartbridge` for bash. The words come from the command's own --help, so that they
+# fit the version that is installed.
 
 # _chartbridge_words SECTIONS HELP: the words of an --help: its subcommands, or its options.
 _chartbridge_words() {

@@ -31,8 +31,13 @@ quietly() {
   "$@" >"$work/log" 2>&1 || { cat "$work/log" >&2; fail "$what"; }
 }
 
+# The installation scripts run as they are, but for the linker's cache, which is this machine's.
+mkdir "$work/bin"
+printf '#!/bin/sh\n' >"$work/bin/ldconfig"
+chmod +x "$work/bin/ldconfig"
+
 own_dpkg() {
-  dpkg --admindir="$database" --instdir="$root" --log="$work/dpkg.log" \
+  PATH="$work/bin:$PATH:/usr/sbin:/sbin" dpkg --admindir="$database" --instdir="$root" --log="$work/dpkg.log" \
     --force-not-root --force-script-chrootless --force-bad-path "$@"
 }
 
