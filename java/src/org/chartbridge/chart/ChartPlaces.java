@@ -3,6 +3,7 @@ package org.chartbridge.chart;
 
 import java.util.HashMap;
 import java.util.Map;
+import java.util.Set;
 import java.util.function.Supplier;
 
 /** Where the parts of a chart stand in the text that it was read from. One thread. */
@@ -12,6 +13,11 @@ public final class ChartPlaces {
   /** Remembers a place; it is worked out only when it is asked for. */
   public void put(String path, Supplier<TextPosition> place) {
     places.put(path, place);
+  }
+
+  /** All paths whose places are remembered. */
+  public Set<String> paths() {
+    return Set.copyOf(places.keySet());
   }
 
   /** The place of the path or of the closest part around it; null when there is none. */

@@ -2,6 +2,7 @@
 package org.chartbridge.format;
 
 import java.util.List;
+import java.util.function.Predicate;
 import org.chartbridge.chart.Aggregate;
 import org.chartbridge.chart.Arrangement;
 import org.chartbridge.chart.Axis;
@@ -12,6 +13,7 @@ import org.chartbridge.chart.Channel;
 import org.chartbridge.chart.Chart;
 import org.chartbridge.chart.ChartException;
 import org.chartbridge.chart.ChartRules;
+import org.chartbridge.chart.ChartSize;
 import org.chartbridge.chart.ColumnDeclaration;
 import org.chartbridge.chart.Element;
 import org.chartbridge.chart.Facet;
@@ -31,28 +33,44 @@ import org.chartbridge.xml.XmlWriter;
 public final class ChartWriter {
   private static final String NAMESPACE = ChartVersion.CURRENT.namespace;
 
-  private ChartWriter() {}
+  /** Whether what stands at a path of the chart is written even when it is the default. */
+  private final Predicate<String> said;
+
+  ChartWriter(Predicate<String> said) {
+    this.said = said;
+  }
 
   /**
    * The document of a chart, in UTF-8. {@link ChartReader} reads it back as an equal chart. What
-   * has its default value is left out.
+   * has its default value is left out, but for the size.
    *
    * @throws ChartException when the chart makes no sense, so that no reader would take the document
    */
   public static byte[] write(Chart chart) {
+    return new ChartWriter(path -> path.startsWith("size.")).document(chart);
+  }
+
+  /** The document of a chart, with defaults where something is said about them. */
+  byte[] document(Chart chart) {
     for (Problem problem : ChartRules.check(chart)) {
       throw new ChartException(problem.path() + ": " + problem.message());
     }
     XmlElement root = element("chart");
-    root.with("width", Integer.toString(chart.size().width()));
-    root.with("height", Integer.toString(chart.size().height()));
+    root.with("width", size("size.width", chart.size().width(), ChartSize.DEFAULT.width()));
+    root.with("height", size("size.height", chart.size().height(), ChartSize.DEFAULT.height()));
     root.with("style", chart.style()).with("template", chart.template());
     root.with(titles(chart.titles())).with(columns(chart.columns())).with(axes(chart));
     XmlElement elements = element("elements");
-    chart.elements().forEach(element -> elements.with(element(element)));
+    for (int i = 0; i < chart.elements().size(); i++) {
+      elements.with(element("elements[" + i + "]", chart.elements().get(i)));
+    }
     root.with(elements).with(legend(chart.legend())).with(facet(chart.facet()));
     root.with(values("palette", "color", chart.palette()));
     return XmlWriter.write(root.with(data(chart.data())));
+  }
+
+  private String size(String path, int pixels, int otherwise) {
+    return pixels != otherwise || said.test(path) ? Integer.toString(pixels) : null;
   }
 
   private static XmlElement element(String name) {
@@ -87,19 +105,19 @@ public final class ChartWriter {
     return element;
   }
 
-  private static XmlElement axes(Chart chart) {
-    if (chart.x().equals(Axis.DEFAULT) && chart.y().equals(Axis.DEFAULT)) {
-      return null;
-    }
-    return element("axes").with(axis("x", chart.x())).with(axis("y", chart.y()));
+  private XmlElement axes(Chart chart) {
+    XmlElement x = axis("x", chart.x());
+    XmlElement y = axis("y", chart.y());
+    return x == null && y == null ? null : element("axes").with(x).with(y);
   }
 
-  private static XmlElement axis(String name, Axis axis) {
-    if (axis.equals(Axis.DEFAULT)) {
+  private XmlElement axis(String name, Axis axis) {
+    boolean saysScale = axis.scale() != ScaleKind.AUTO || said.test(name + ".scale");
+    if (axis.equals(Axis.DEFAULT) && !saysScale) {
       return null;
     }
     XmlElement element = element(name);
-    element.with("scale", axis.scale() == ScaleKind.AUTO ? null : Words.of(axis.scale()));
+    element.with("scale", saysScale ? Words.of(axis.scale()) : null);
     element.with("title", axis.title());
     element.with("min", axis.min() == null ? null : AxisLimit.text(axis.min(), axis.scale()));
     element.with("max", axis.max() == null ? null : AxisLimit.text(axis.max(), axis.scale()));
@@ -108,15 +126,17 @@ public final class ChartWriter {
     return element.with("format", axis.format());
   }
 
-  private static XmlElement element(Element element) {
+  private XmlElement element(String path, Element element) {
     XmlElement xml = element(Words.of(element.kind()));
     Arrangement arrangement = element.arrangement();
-    if (arrangement != null && arrangement != Arrangement.defaultOf(element.kind())) {
+    boolean isDefault = arrangement == Arrangement.defaultOf(element.kind());
+    if (arrangement != null && (!isDefault || said.test(path + ".arrangement"))) {
       xml.with("arrangement", Words.of(arrangement));
     }
     xml.with("bins", element.bins() == null ? null : element.bins().toString());
     xml.with("fill", element.fill());
-    xml.with("opacity", element.opacity() == 1 ? null : AxisLimit.numberText(element.opacity()));
+    boolean saysOpacity = element.opacity() != 1 || said.test(path + ".opacity");
+    xml.with("opacity", saysOpacity ? AxisLimit.numberText(element.opacity()) : null);
     for (String name : ChannelRules.NAMES) {
       xml.with(channel(name, ChannelRules.channel(element, name)));
     }

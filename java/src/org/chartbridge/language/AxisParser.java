@@ -29,7 +29,7 @@ final class AxisParser {
 
   Axis read() {
     for (ScaleKind kind : ScaleKind.values()) {
-      clauses.add(Words.of(kind), "the scale", () -> scale = kind);
+      clauses.add(Words.of(kind), "the scale", () -> readScale(kind));
     }
     clauses.add("from", this::readFrom);
     clauses.add("to", this::readTo);
@@ -39,6 +39,11 @@ final class AxisParser {
     clauses.addRepeated("no", this::readNo);
     clauses.read();
     return new Axis(scale, title, min, max, reversed, grid, format);
+  }
+
+  private void readScale(ScaleKind kind) {
+    place(".scale");
+    scale = kind;
   }
 
   private void readFrom() {

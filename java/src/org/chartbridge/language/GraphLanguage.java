@@ -21,6 +21,11 @@ public final class GraphLanguage {
    * @throws ChartException when it is no UTF-8 text, or larger than {@link #MAX_BYTES}
    */
   public static Chart read(byte[] source) {
+    return parse(source).chart();
+  }
+
+  /** Reads a chart as {@link #read} does, together with what the text says. */
+  public static GraphText parse(byte[] source) {
     if (source.length > MAX_BYTES) {
       throw new ChartException("the chart has " + source.length + " bytes; at most "
           + MAX_BYTES + " are accepted");

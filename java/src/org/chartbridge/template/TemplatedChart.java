@@ -8,7 +8,7 @@ import org.chartbridge.chart.ChartException;
 import org.chartbridge.format.ChartReader;
 import org.chartbridge.format.ChartSource;
 import org.chartbridge.format.ChartUpgrade;
-import org.chartbridge.format.ChartWriter;
+import org.chartbridge.format.GraphConversion;
 import org.chartbridge.xml.XmlEncoding;
 
 /** Reads charts together with the templates that they name. */
@@ -36,16 +36,16 @@ public final class TemplatedChart {
     } catch (ChartException e) {
       throw new ChartException("The template \"" + name + "\": " + e.getMessage(), e);
     }
-    return merged(apply(name, xml(chart, bytes), XmlEncoding.decode(template)), name);
+    return merged(apply(name, xml(bytes), XmlEncoding.decode(template)), name);
   }
 
   /**
-   * As it is written where it can be: what a chart says counts, even when it says what would hold
-   * anyway, and the writer leaves that out.
+   * The chart as it is written: what it says counts, even when it says what would hold anyway, and
+   * a chart that has been read no longer tells the two apart.
    */
-  private static String xml(Chart chart, byte[] bytes) {
+  private static String xml(byte[] bytes) {
     return XmlEncoding.decode(
-        ChartSource.isXml(bytes) ? ChartUpgrade.upgrade(bytes) : ChartWriter.write(chart));
+        ChartSource.isXml(bytes) ? ChartUpgrade.upgrade(bytes) : GraphConversion.toXml(bytes));
   }
 
   private static String apply(String name, String chart, String template) {
