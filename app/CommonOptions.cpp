@@ -20,4 +20,11 @@ void AddJavaOptions(CLI::App& command, JavaOptions& options) {
       ->group(group);
 }
 
+void AddTemplatesOption(CLI::App& command, JavaOptions& options) {
+  command
+      .add_option("--templates", options.templates,
+                  "The folder with the chart templates that charts name")
+      ->type_name("FOLDER");
+}
+
 }  // namespace chartbridge

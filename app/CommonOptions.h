@@ -11,6 +11,9 @@ namespace chartbridge {
 /// Adds the options about the JVM, which every command that runs Java has.
 void AddJavaOptions(CLI::App& command, JavaOptions& options);
 
+/// Adds the option about the folder of templates that charts name, for commands that draw charts.
+void AddTemplatesOption(CLI::App& command, JavaOptions& options);
+
 }  // namespace chartbridge
 
 #endif  // APP_COMMONOPTIONS_H_

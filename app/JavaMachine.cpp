@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/JavaMachine.h"
 
+#include <filesystem>
 #include <mutex>
 #include <sstream>
 #include <utility>
@@ -17,12 +18,26 @@ namespace chartbridge {
 
 namespace {
 
+/// Java takes a list of folders with colons, and cannot tell a folder that is not there from one
+/// without the template.
+const std::string& TemplatesFolder(const std::string& folder) {
+  std::error_code error;
+  if (!std::filesystem::is_directory(folder, error)) {
+    throw Failure("--templates: " + folder + " is not a folder");
+  }
+  if (folder.find(':') == std::string::npos) return folder;
+  throw UsageError("--templates: a folder with a colon in its name cannot be used");
+}
+
 JvmSettings SettingsFor(const JavaOptions& options) {
   JvmSettings settings;
   settings.guard = options.guard;
   // One picture does not pay for the optimising compiler or for collector threads.
   settings.options = {"-XX:TieredStopAtLevel=1", "-XX:+UseSerialGC", "-XX:-UsePerfData"};
   if (!options.screen) settings.options.emplace_back("-Djava.awt.headless=true");
+  if (!options.templates.empty()) {
+    settings.options.push_back("-Dchartbridge.templates=" + TemplatesFolder(options.templates));
+  }
 
   if (!options.classPath.empty()) {
     std::istringstream entries(options.classPath);

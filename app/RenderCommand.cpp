@@ -3,8 +3,11 @@
 
 #include <limits>
 #include <optional>
+#include <regex>
 
+#include "app/ChartXml.h"
 #include "app/CommonOptions.h"
+#include "app/CurrentChart.h"
 #include "app/DumpFolder.h"
 #include "app/Failure.h"
 #include "app/InputFile.h"
@@ -12,6 +15,7 @@
 #include "app/OutputFile.h"
 #include "app/PictureFormat.h"
 #include "app/StandardInput.h"
+#include "app/TemplateFile.h"
 #include "host/LocalFrame.h"
 
 namespace chartbridge {
@@ -21,11 +25,15 @@ namespace {
 // A direct buffer counts its bytes in a Java int.
 constexpr std::size_t kLargestData = std::numeric_limits<jint>::max();
 
+// Of charts that have their own.
+constexpr unsigned char kNoData[] = {0};
+
 constexpr const char* kExamples =
     "Examples:\n"
     "  chartbridge render sales.gpl --data sales.csv -o sales.png\n"
     "  chartbridge render sales.gpl -d sales.csv -o sales.png --size 200 --locale de-DE\n"
     "  chartbridge render sales.gpl -d sales.csv -o sales.png --map\n"
+    "  chartbridge render sales.gpl -d sales.csv -o sales.png --template corporate.xml\n"
     "  generate-data | chartbridge render sales.gpl -d - -o - --type svg > sales.svg";
 
 std::string TextOf(const std::string& path) { return path.empty() ? "" : InputFile(path).Text(); }
@@ -50,9 +58,11 @@ RenderCommand::RenderCommand(CLI::App& app)
                    "The chart, in the graph language or as chart XML; - is standard input")
       ->type_name("CHART")
       ->required();
-  _command->add_option("-d,--data", _data, "The data, a CSV file in UTF-8; - is standard input")
-      ->type_name("FILE")
-      ->required();
+  _command
+      ->add_option("-d,--data", _data,
+                   "The data, a CSV file in UTF-8; not needed for a chart that has its own; "
+                   "- is standard input")
+      ->type_name("FILE");
   _command
       ->add_option(
           "-o,--output", _output,
@@ -78,6 +88,11 @@ RenderCommand::RenderCommand(CLI::App& app)
       ->type_name("NAME");
   _command->add_option("--style-file", _styleFile, "A style document that changes single settings")
       ->type_name("FILE");
+  _command
+      ->add_option("--template", _template,
+                   "A chart template to apply, instead of one that the chart names")
+      ->type_name("FILE");
+  AddTemplatesOption(*_command, _java);
   _command->add_flag("-m,--map", _map,
                      "Also write an image map with a tooltip for each mark: beside sales.png, "
                      "sales.html and sales.json");
@@ -85,22 +100,33 @@ RenderCommand::RenderCommand(CLI::App& app)
   _command->footer(kExamples);
 }
 
+RenderCommand::~RenderCommand() = default;
+
 void RenderCommand::Run() {
   CheckUsage();
   const OutputFile output(_output, true);
   if (_map && !output.IsReplaceable()) throw UsageError("--map writes files; -o must name one");
-  const InputFile chart(_chart);
-  const InputFile data(_data);
-  if (data.Size() > kLargestData) {
-    throw Failure(data.Name() + ": holds more than 2147483647 bytes, the most that Java can take");
+  Load();
+  Render(output);
+}
+
+void RenderCommand::Load() {
+  _chartFile = std::make_unique<InputFile>(_chart);
+  if (_data.empty() && !IsChartXml(_chartFile->Text())) {
+    throw UsageError("--data is required: graph language holds no data");
   }
+  if (!_data.empty()) _dataFile = std::make_unique<InputFile>(_data);
+  if (_dataFile != nullptr && _dataFile->Size() > kLargestData) {
+    throw Failure(_dataFile->Name() +
+                  ": holds more than 2147483647 bytes, the most that Java can take");
+  }
+  if (!_template.empty()) _templateFile = std::make_unique<TemplateFile>(_template);
   _texts = TextOf(_textsFile);
   _styleText = TextOf(_styleFile);
-  Render(chart, data, output);
 }
 
 void RenderCommand::CheckUsage() const {
-  CheckStandardInput({_chart, _data, _textsFile, _styleFile});
+  CheckStandardInput({_chart, _data, _template, _textsFile, _styleFile});
   if (!(_size > 0 && _size <= 10000)) {
     throw UsageError("--size: must be more than 0 and at most 10000 percent");
   }
@@ -119,44 +145,48 @@ ViZEditor::IMAGE_TYPE RenderCommand::Format() const {
   return FormatOfOutput(_output, _type);
 }
 
-void RenderCommand::Render(const InputFile& chart, const InputFile& data,
-                           const OutputFile& output) const {
+void RenderCommand::Render(const OutputFile& output) const {
   const DumpFolder dumps;
   const JavaMachine java(_java);
+  const std::string chart = ChartText(java.Env(), dumps);
   const EditorSession editor(java.Env());
   JavaFailure::ThrowIfNotStarted(dumps.NewRecords());
 
   const LocalFrame frame;
   if (output.IsReplaceable()) {
-    if (!RenderToFile(chart, data, output)) FailWithReason(dumps, chart, data);
+    if (!RenderToFile(chart, output)) FailWithReason(dumps);
     return;
   }
   std::string picture;
-  if (!RenderToMemory(chart, data, picture)) FailWithReason(dumps, chart, data);
+  if (!RenderToMemory(chart, picture)) FailWithReason(dumps);
   output.Write(picture);
 }
 
-bool RenderCommand::RenderToFile(const InputFile& chart, const InputFile& data,
-                                 const OutputFile& output) const {
-  // The flag asks for an image map without tooltips.
-  return ViZEditor::GetInstance()->RenderToFileHeadless(chart.Text(), data.Data(), data.Size(),
-                                                        output.Target(), Format(), _size, _texts,
-                                                        _styleText, _locale, _style, false);
+std::string RenderCommand::ChartText(JNIEnv* env, const DumpFolder& dumps) const {
+  if (_templateFile == nullptr) return _chartFile->Text();
+  return _templateFile->ApplyTo(CurrentChart(*_chartFile, env, dumps), _chartFile->Name());
 }
 
-bool RenderCommand::RenderToMemory(const InputFile& chart, const InputFile& data,
-                                   std::string& picture) const {
+bool RenderCommand::RenderToFile(const std::string& chart, const OutputFile& output) const {
+  // The flag asks for an image map without tooltips.
+  return ViZEditor::GetInstance()->RenderToFileHeadless(
+      chart, _dataFile ? _dataFile->Data() : kNoData, _dataFile ? _dataFile->Size() : 0,
+      output.Target(), Format(), _size, _texts, _styleText, _locale, _style, false);
+}
+
+bool RenderCommand::RenderToMemory(const std::string& chart, std::string& picture) const {
   std::string html;
   std::string json;
   return ViZEditor::GetInstance()->RenderImageToMemoryHeadless(
-      chart.Text(), data.Data(), data.Size(), Format(), _size, picture, html, json, _texts,
-      _styleText, _locale, _style, false);
+      chart, _dataFile ? _dataFile->Data() : kNoData, _dataFile ? _dataFile->Size() : 0, Format(),
+      _size, picture, html, json, _texts, _styleText, _locale, _style, false);
 }
 
-std::string RenderCommand::Culprit(const JavaFailure& failure, const InputFile& chart,
-                                   const InputFile& data) const {
+std::string RenderCommand::Culprit(const JavaFailure& failure) const {
   // Java got bytes and knows no file names; which of the inputs it was reading is in the stack.
-  if (failure.PassedThrough("org.chartbridge.data.CsvReader.")) return data.Name();
+  if (failure.PassedThrough("org.chartbridge.data.CsvReader.") && _dataFile) {
+    return _dataFile->Name();
+  }
   if (failure.PassedThrough("org.chartbridge.draw.Style.parse") && !_styleFile.empty()) {
     return _styleFile;
   }
@@ -166,14 +196,24 @@ std::string RenderCommand::Culprit(const JavaFailure& failure, const InputFile& 
   if (failure.PassedThrough("org.chartbridge.image.OutputFiles.")) return _output;
   if (failure.PassedThrough("com.tesk.charteditor.RenderOptions.locale")) return "--locale";
   if (failure.PassedThrough("com.tesk.charteditor.RenderOptions.messages")) return _textsFile;
-  return chart.Name();
+  return _chartFile->Name();
 }
 
-void RenderCommand::FailWithReason(const DumpFolder& dumps, const InputFile& chart,
-                                   const InputFile& data) const {
+void RenderCommand::FailWithReason(const DumpFolder& dumps) const {
   const auto failure = JavaFailure::First(dumps.NewRecords());
-  if (!failure) throw Failure(chart.Name() + ": " + dumps.WhyEmpty());
-  throw Failure(Culprit(*failure, chart, data) + ": " + failure->Reason(), failure->Stack());
+  if (!failure) throw Failure(_chartFile->Name() + ": " + dumps.WhyEmpty());
+  const bool isChartRead = failure->PassedThrough("org.chartbridge.format.ChartReader.");
+  if (_templateFile != nullptr && isChartRead) FailTemplated(*failure);
+  throw Failure(Culprit(*failure) + ": " + failure->Reason(), failure->Stack());
+}
+
+void RenderCommand::FailTemplated(const JavaFailure& failure) const {
+  // Chart and template are right each by itself. The position is one in what came of them, which
+  // nobody can look at.
+  static const std::regex position("^line [0-9]+, column [0-9]+: ");
+  throw Failure(_chartFile->Name() + " does not go together with " + _templateFile->Name() + ": " +
+                    std::regex_replace(failure.Reason(), position, ""),
+                failure.Stack());
 }
 
 }  // namespace chartbridge

@@ -3,6 +3,7 @@
 #define APP_RENDERCOMMAND_H_
 
 #include <CLI/CLI.hpp>
+#include <memory>
 #include <string>
 
 #include "app/Command.h"
@@ -15,12 +16,14 @@ class DumpFolder;
 class InputFile;
 class JavaFailure;
 class OutputFile;
+class TemplateFile;
 
 /// `chartbridge render`: a chart and its data become a picture.
 class RenderCommand : public Command {
  public:
   /// Adds the subcommand to `app`. Both must live until the command line has been parsed and run.
   explicit RenderCommand(CLI::App& app);
+  ~RenderCommand() override;
 
   bool IsChosen() const override { return _command->parsed(); }
   void Run() override;
@@ -29,17 +32,19 @@ class RenderCommand : public Command {
  private:
   void CheckUsage() const;
   ViZEditor::IMAGE_TYPE Format() const;
-  void Render(const InputFile& chart, const InputFile& data, const OutputFile& output) const;
-  bool RenderToFile(const InputFile& chart, const InputFile& data, const OutputFile& output) const;
-  bool RenderToMemory(const InputFile& chart, const InputFile& data, std::string& picture) const;
-  std::string Culprit(const JavaFailure& failure, const InputFile& chart,
-                      const InputFile& data) const;
-  [[noreturn]] void FailWithReason(const DumpFolder& dumps, const InputFile& chart,
-                                   const InputFile& data) const;
+  void Load();
+  void Render(const OutputFile& output) const;
+  std::string ChartText(JNIEnv* env, const DumpFolder& dumps) const;
+  bool RenderToFile(const std::string& chart, const OutputFile& output) const;
+  bool RenderToMemory(const std::string& chart, std::string& picture) const;
+  std::string Culprit(const JavaFailure& failure) const;
+  [[noreturn]] void FailWithReason(const DumpFolder& dumps) const;
+  [[noreturn]] void FailTemplated(const JavaFailure& failure) const;
 
   CLI::App* _command;
   std::string _chart;
   std::string _data;
+  std::string _template;
   std::string _output;
   std::string _type;
   double _size = 100;
@@ -50,6 +55,9 @@ class RenderCommand : public Command {
   bool _map = false;
   JavaOptions _java;
 
+  std::unique_ptr<InputFile> _chartFile;
+  std::unique_ptr<InputFile> _dataFile;
+  std::unique_ptr<TemplateFile> _templateFile;
   std::string _texts;
   std::string _styleText;
 };
