@@ -33,6 +33,9 @@ import org.chartbridge.xml.XmlElement;
 
 /** Reads chart XML of any known version. */
 public final class ChartReader {
+  /** The namespace of chart XML of the current version. */
+  public static final String NAMESPACE = ChartVersion.CURRENT.namespace;
+
   private static final List<String> PARTS =
       List.of("titles", "columns", "axes", "elements", "legend", "facet", "palette", "data");
   private static final String BIN = "bin";
@@ -54,7 +57,12 @@ public final class ChartReader {
     return read(SafeXml.parse(xml));
   }
 
-  static Chart read(XmlElement root) {
+  /**
+   * Reads a chart from the tree of a document, which may stand in another notation.
+   *
+   * @throws ChartException as {@link #read(byte[])}; the position is that which the elements know
+   */
+  public static Chart read(XmlElement root) {
     ChartVersion version = ChartVersion.of(root);
     ChartException schemaError = version.schema.firstError(root);
     // The reader's own messages are for people; the schema's words are the last resort.

@@ -2,6 +2,7 @@
 package org.chartbridge.xml;
 
 import java.util.ArrayList;
+import java.util.HashMap;
 import java.util.LinkedHashMap;
 import java.util.List;
 import java.util.Map;
@@ -20,6 +21,8 @@ public final class XmlElement implements XmlNode {
   private final String source;
   private final int start;
   private final int end;
+  /** Where attributes stand that are not written in a tag; null for none. */
+  private Map<String, Integer> attributeOffsets;
 
   /** An element that stands in no document. */
   public XmlElement(String namespace, String name) {
@@ -33,6 +36,16 @@ public final class XmlElement implements XmlNode {
     this.source = source;
     this.start = start;
     this.end = end;
+  }
+
+  /**
+   * An element that is written in another notation, whose errors point there.
+   *
+   * @param source the whole text
+   * @param offset where the element begins in it
+   */
+  public static XmlElement at(String namespace, String name, String source, int offset) {
+    return new XmlElement(namespace, name, source, offset, offset);
   }
 
   /** An element of another name that stands at the same place, without attributes and content. */
@@ -69,6 +82,15 @@ public final class XmlElement implements XmlNode {
       attributes.put(attribute, value);
     }
     return this;
+  }
+
+  /** Sets an attribute that is written in another notation, at that offset of its text. */
+  public XmlElement with(String attribute, String value, int offset) {
+    if (attributeOffsets == null) {
+      attributeOffsets = new HashMap<>();
+    }
+    attributeOffsets.put(attribute, offset);
+    return with(attribute, value);
   }
 
   /** Appends to the content; null is left out. */
@@ -130,6 +152,9 @@ public final class XmlElement implements XmlNode {
   public TextPosition position(String attribute) {
     if (source == null) {
       return null;
+    }
+    if (attributeOffsets != null && attributeOffsets.containsKey(attribute)) {
+      return TextPosition.of(source, attributeOffsets.get(attribute));
     }
     int offset = XmlTags.attributeOffset(source, start, end, attribute);
     return TextPosition.of(source, offset < 0 ? start : offset);

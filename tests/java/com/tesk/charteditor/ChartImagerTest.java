@@ -114,7 +114,9 @@ class ChartImagerTest {
             "RenderToFile([B[BLjava/lang/String;IDLjava/lang/String;[BLjava/lang/String;[B)Z",
             "RenderToMem([BLjava/nio/ByteBuffer;IDLjava/lang/String;[BLjava/lang/String;[B)[B",
             "RenderImageMapToMemory([BLjava/nio/ByteBuffer;IDZLjava/lang/String;[B"
-                + "Ljava/lang/String;[B)[B")) {
+                + "Ljava/lang/String;[B)[B",
+            "EmbedHistogramInGraph([B[BLjava/nio/ByteBuffer;I)[B",
+            "ConvertImage([BLjava/lang/String;I)Z", "ApplyStyleSheet([B[B)[B")) {
       assertTrue(found.containsKey(expected), expected + " is missing among " + found.keySet());
     }
     assertNotNull(ChartImager.class.getConstructor());

@@ -1,0 +1,3 @@
+// SPDX-License-Identifier: Apache-2.0
+/** Client templates: charts in JSON with slots that a person fills in. */
+package org.chartbridge.client;
