@@ -34,6 +34,10 @@ class Complaints {
   }
 }
 
+// Interactive charts listen to the window, for the end of a drag outside of them. Here is none, and
+// nobody drags; what listens must only find something to listen to.
+globalThis.window ??= new EventTarget();
+
 function createValidator() {
   const file = createRequire(import.meta.url).resolve('vega-lite/vega-lite-schema.json');
   // Unions of the schema are not strict in ajv's sense.
@@ -99,9 +103,9 @@ function describeItem(item) {
   // A shape's path is computed from its datum; the picture holds it, the scenegraph does not.
   if (typeof described.shape === 'function') described.shape = 'geoshape';
   if (item.datum) {
-    described.datum = Object.fromEntries(
-      Object.entries(item.datum).filter(([, value]) => typeof value !== 'function'),
-    );
+    // What is no value belongs to the renderer.
+    const isValue = (value) => value === null || value instanceof Date || !['object', 'function'].includes(typeof value);
+    described.datum = Object.fromEntries(Object.entries(item.datum).filter(([, value]) => isValue(value)));
   }
   return described;
 }
