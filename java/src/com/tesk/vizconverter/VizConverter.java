@@ -3,9 +3,9 @@ package com.tesk.vizconverter;
 
 import java.util.function.Supplier;
 import org.chartbridge.chart.ChartException;
+import org.chartbridge.client.ClientTemplate;
 import org.chartbridge.format.ChartUpgrade;
-import org.chartbridge.format.ChartWriter;
-import org.chartbridge.language.GraphLanguage;
+import org.chartbridge.format.GraphConversion;
 import org.chartbridge.stylesheet.StyleSheet;
 
 /**
@@ -33,7 +33,7 @@ public final class VizConverter {
    * @return chart XML of the current version in UTF-8, or null on failure
    */
   public byte[] ConvertGPL(byte[] gpl) {
-    return convert(gpl, source -> ChartWriter.write(GraphLanguage.read(source)));
+    return convert(gpl, GraphConversion::toXml);
   }
 
   /**
@@ -45,6 +45,18 @@ public final class VizConverter {
    */
   public byte[] ConvertXml(byte[] xml) {
     return convert(xml, ChartUpgrade::upgrade);
+  }
+
+  /**
+   * Fills the slots of a client template.
+   *
+   * @param template JSON in UTF-8: the template and, behind it if wanted, an object with values for
+   *     its slots
+   * @return chart XML of the current version in UTF-8, never null
+   * @throws ChartException when it fails; the message says where in the JSON text and why
+   */
+  public byte[] graphBoardConverterToXml(byte[] template) {
+    return thrown(() -> ClientTemplate.toXml(template));
   }
 
   /**
