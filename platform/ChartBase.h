@@ -7,7 +7,9 @@
 /// What the library uses of the host's chart utility library.
 class ChartBase {
  public:
-  /// Writes a diagnostic text to the chart utility library's debug output.
+  /// Writes a diagnostic text to the chart utility library's debug output. `text` is in whatever
+  /// encoding its origin had, without a line end. Called on any thread that runs an operation; it
+  /// must not throw.
   static void printDebugInfo(const std::string& text);
 
   /// The zero-terminated UTF-16 name of the UTF-8 encoding, as `ChartTransformer::getEntireXML`

@@ -16,7 +16,8 @@ class JNIAccessor {
   JNIAccessor& operator=(const JNIAccessor&) = delete;
 
   /// A new local reference to `text` (zero-terminated, in `encoding`; the library always passes
-  /// "UTF-8").
+  /// "UTF-8"), made on the calling thread. Null when it cannot be made; a Java exception may then
+  /// be pending, which the library looks for and clears.
   jstring ToJString(const char* text, const char* encoding) const;
 
  private:

@@ -16,13 +16,14 @@ class TeskJVM {
   /// The process-wide recursive lock that serialises all Java work of the library.
   static CriticalSection& CritSect();
 
-  /// Creates the JVM if there is none yet. True when it runs afterwards.
+  /// Creates the JVM if there is none yet. True when it runs afterwards. May be called on any
+  /// thread, also when it runs already.
   bool StartJVM();
 
   /// Whether the JVM exists.
   bool IsStarted();
 
-  /// A `JNIEnv*` that is valid for the calling thread.
+  /// A `JNIEnv*` that is valid for the calling thread, or null when there is none.
   JNIEnv* GetEnv();
 
   /// Attaches the calling thread if needed and stores its `JNIEnv*` in `*env`.
