@@ -9,9 +9,9 @@ import java.util.List;
 import java.util.function.Supplier;
 import org.chartbridge.chart.Chart;
 import org.chartbridge.chart.ChartException;
-import org.chartbridge.format.ChartSource;
 import org.chartbridge.image.OutputFiles;
 import org.chartbridge.vega.DataLink;
+import org.chartbridge.template.TemplatedChart;
 import org.chartbridge.vega.GeoJson;
 import org.chartbridge.vega.InteractiveOptions;
 import org.chartbridge.vega.JsonText;
@@ -27,7 +27,8 @@ import org.chartbridge.vega.VegaLiteChart;
  * <ul>
  *   <li>{@code codepage}: the charset of the files; null or empty for UTF-8. Characters that do not
  *       fit it are escaped.
- *   <li>{@code chart}: chart XML, current or older, or graph language. It brings its own data.
+ *   <li>{@code chart}: chart XML, current or older, or graph language. It brings its own data. A
+ *       template that it names is applied ({@link TemplatedChart}).
  *   <li>{@code filePath}: the document, which appears whole or not at all; its folder must exist.
  *   <li>{@code imageFormat}: how viewers draw the document: 2 as pixels, 5 as SVG.
  * </ul>
@@ -132,7 +133,7 @@ public final class JsonImager {
     if (chart == null || chart.length == 0) {
       throw new ChartException("The chart is empty; chart XML or graph language is expected.");
     }
-    return ChartSource.read(chart);
+    return TemplatedChart.read(chart);
   }
 
   private static String renderer(int imageFormat) {
