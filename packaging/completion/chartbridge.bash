@@ -56,11 +56,13 @@ _chartbridge() {
       mapfile -t COMPREPLY < <(compgen -d -- "$current")
       return
       ;;
-    *)
+    FILE | PATH)
       compopt -o filenames 2>/dev/null
       mapfile -t COMPREPLY < <(compgen -f -- "$current")
       return
       ;;
+    # A name or a number, which only the user knows.
+    *) return ;;
   esac
 
   if [[ "$current" == -* ]]; then

@@ -21,7 +21,12 @@ function term(text,    count, words, i, line, note) {
   line = "\\fB" escaped(words[1]) "\\fR"
   gsub(/,/, "\\fR, \\fB", line)
   for (i = 2; i <= count; ++i) {
-    if (words[i] == "REQUIRED") note = " (required)"
+    if (match(words[i], /=/)) {
+      note = note " (default: " escaped(substr(words[i], RSTART + 1)) ")"
+      words[i] = substr(words[i], 1, RSTART - 1)
+    }
+    sub(/:[A-Z]+$/, "", words[i])
+    if (words[i] == "REQUIRED") note = note " (required)"
     else line = line " \\fI" escaped(words[i]) "\\fR"
   }
   print ".TP"

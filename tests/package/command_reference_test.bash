@@ -81,6 +81,8 @@ touch file.csv
 [[ "$(completed render x -d f)" == $'file.csv\nfolder' ]] || complain "files of render -d"
 [[ "$(completed tree batch x -o f)" == folder ]] || complain "folders of tree batch -o"
 [[ "$(completed tree render x -t p)" == $'pdf\npng' ]] || complain "formats of tree render -t"
+[[ -z "$(completed tree render x --depth f)" ]] || complain "numbers of tree render --depth"
+[[ "$(completed document export x -t h)" == $'htm\nhtml' ]] || complain "formats of document export -t"
 [[ "$(completed render f)" == $'file.csv\nfolder' ]] || complain "files of render"
 
 [[ "$failures" -eq 0 ]] || exit 1

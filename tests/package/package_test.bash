@@ -97,6 +97,7 @@ command="$root/usr/bin/chartbridge"
 "$command" render "$chart" --data "$data" -o "$work/command.png"
 "$command" tree render "$source_dir/examples/trees/airquality.pmml" -o "$work/tree.svg"
 grep -q '<svg' "$work/tree.svg" || fail "no tree"
+quietly "chartbridge doctor" "$command" doctor
 LD_LIBRARY_PATH="" "$build_dir/app/chartbridge" render "$chart" --data "$data" -o "$work/built.png"
 cmp "$work/built.png" "$work/command.png" || fail "the packaged command draws something else"
 
