@@ -113,6 +113,25 @@ public final class Style {
     return background;
   }
 
+  /** The family of all fonts. */
+  public String fontFamily() {
+    return fontFamily;
+  }
+
+  /** The colour of texts. */
+  public Color text() {
+    return text;
+  }
+
+  /** The colour of texts that matter less. */
+  public Color mutedText() {
+    return mutedText;
+  }
+
+  public Color axisColor() {
+    return axisColor;
+  }
+
   Style withPalette(List<Color> colors) {
     Builder builder = new Builder(this);
     builder.palette = colors;

@@ -21,8 +21,8 @@ public final class TreePictures {
   private final NumberText numbers;
 
   /**
-   * @param style the chart style whose colours are used; null for the one that the display data
-   *     name
+   * @param style the chart style whose font and colours are used; null for the one that the display
+   *     data name
    * @param samples the records whose ways are shown
    */
   public TreePictures(

@@ -8,13 +8,17 @@ import java.awt.font.LineMetrics;
 import java.util.List;
 import org.chartbridge.draw.Style;
 
-/** The fonts and colours of a tree, taken from a chart style. */
+/**
+ * The fonts and colours of a tree, taken from a chart style; sizes of type come from the display
+ * data. A colour that cannot be told from the ground is replaced: where a style document changes
+ * only the ground, texts and lines can still be seen.
+ */
 final class TreeStyle {
   /** Widths are the same for every output: anti-aliased text with fractional advances. */
   static final FontRenderContext FONT_CONTEXT = new FontRenderContext(null, true, true);
 
-  private static final String FAMILY = "Liberation Sans";
   private static final double DARK = 0.5;
+  private static final double LEAST_CONTRAST = 2.5;
 
   final Color background;
   final Color text;
@@ -32,13 +36,14 @@ final class TreeStyle {
   TreeStyle(Style style, double fontSize) {
     background = style.background();
     boolean dark = luminance(background) < DARK;
-    text = dark ? new Color(0xF2F2F2) : new Color(0x1F1F1F);
-    muted = dark ? new Color(0xB9BEC6) : new Color(0x555555);
-    line = dark ? new Color(0x7D848F) : new Color(0x8A8A8A);
+    Style safe = Style.named(dark ? "dark" : "print");
+    text = visible(style.text(), safe.text());
+    muted = visible(style.mutedText(), safe.mutedText());
+    line = visible(style.axisColor(), safe.axisColor());
     highlight = dark ? Color.WHITE : Color.BLACK;
     palette = style.palette();
     this.fontSize = fontSize;
-    Font base = new Font(FAMILY, Font.PLAIN, 1).deriveFont((float) fontSize);
+    Font base = new Font(style.fontFamily(), Font.PLAIN, 1).deriveFont((float) fontSize);
     normal = base;
     bold = base.deriveFont(Font.BOLD);
     small = base.deriveFont((float) (0.92 * fontSize));
@@ -71,6 +76,27 @@ final class TreeStyle {
 
   private static double luminance(Color color) {
     return (0.2126 * color.getRed() + 0.7152 * color.getGreen() + 0.0722 * color.getBlue()) / 255;
+  }
+
+  private Color visible(Color color, Color otherwise) {
+    return contrast(color, background) < LEAST_CONTRAST ? otherwise : color;
+  }
+
+  /** The contrast ratio of the Web Content Accessibility Guidelines, 1 to 21. */
+  private static double contrast(Color a, Color b) {
+    double first = relativeLuminance(a);
+    double second = relativeLuminance(b);
+    return (Math.max(first, second) + 0.05) / (Math.min(first, second) + 0.05);
+  }
+
+  private static double relativeLuminance(Color color) {
+    return 0.2126 * linear(color.getRed()) + 0.7152 * linear(color.getGreen())
+        + 0.0722 * linear(color.getBlue());
+  }
+
+  private static double linear(int channel) {
+    double value = channel / 255.0;
+    return value <= 0.04045 ? value / 12.92 : Math.pow((value + 0.055) / 1.055, 2.4);
   }
 
   /** The font itself, or one that has the letters of the text. */

@@ -15,16 +15,22 @@ import java.awt.image.RenderedImage;
 import java.awt.image.renderable.RenderableImage;
 import java.text.AttributedCharacterIterator;
 import java.util.ArrayList;
+import java.util.HashSet;
 import java.util.List;
+import java.util.Set;
 import org.apache.xmlgraphics.java2d.AbstractGraphics2D;
 import org.apache.xmlgraphics.java2d.GraphicContext;
 
-/** Draws nothing, but remembers where each text stands, measured by the font that is set. */
+/**
+ * Draws nothing, but remembers where each text stands, measured by the font that is set, and how it
+ * looks; and the colours of lines.
+ */
 final class RecordingGraphics extends AbstractGraphics2D {
-  /** A drawn text and the area of its letters. */
-  record Text(String text, Rectangle2D area) {}
+  /** A drawn text, the area of its letters, and their look. */
+  record Text(String text, Rectangle2D area, Font font, Color color) {}
 
   final List<Text> texts = new ArrayList<>();
+  final Set<Color> lineColors = new HashSet<>();
 
   RecordingGraphics() {
     super(false);
@@ -36,7 +42,8 @@ final class RecordingGraphics extends AbstractGraphics2D {
     Rectangle2D ink = getFont().createGlyphVector(TreeStyle.FONT_CONTEXT, text).getVisualBounds();
     Rectangle2D placed = new Rectangle2D.Double(
         x + ink.getX(), y + ink.getY(), ink.getWidth(), ink.getHeight());
-    texts.add(new Text(text, getTransform().createTransformedShape(placed).getBounds2D()));
+    Rectangle2D area = getTransform().createTransformedShape(placed).getBounds2D();
+    texts.add(new Text(text, area, getFont(), getColor()));
   }
 
   @Override
@@ -45,7 +52,9 @@ final class RecordingGraphics extends AbstractGraphics2D {
   }
 
   @Override
-  public void draw(Shape shape) {}
+  public void draw(Shape shape) {
+    lineColors.add(getColor());
+  }
 
   @Override
   public void fill(Shape shape) {}
