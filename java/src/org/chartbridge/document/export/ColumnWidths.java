@@ -103,13 +103,16 @@ public final class ColumnWidths {
         mostLeft += most[i];
       }
     }
+    boolean full = left < available;
     left = Math.max(left, available / 20);
     for (int i = 0; i < widths.length; i++) {
       if (table.columns().get(i).width() == 0) {
-        widths[i] = share(i, left, leastLeft, mostLeft);
+        double width = share(i, left, leastLeft, mostLeft);
+        // With shares given, the table is as wide as it can be.
+        widths[i] = full && mostLeft > 0 && mostLeft < left ? width * left / mostLeft : width;
       }
     }
-    return fitted(widths, available);
+    return fitted(widths, available, full);
   }
 
   private double share(int column, double left, double leastLeft, double mostLeft) {
@@ -123,13 +126,13 @@ public final class ColumnWidths {
     return least[column] + part * (most[column] - least[column]);
   }
 
-  /** Shares that add up to more than the whole are made smaller. */
-  private static double[] fitted(double[] widths, double available) {
+  /** Shares that do not add up to the whole are scaled. */
+  private static double[] fitted(double[] widths, double available, boolean full) {
     double sum = 0;
     for (double width : widths) {
       sum += width;
     }
-    double scale = sum > available ? available / sum : 1;
+    double scale = sum > 0 && (full || sum > available) ? available / sum : 1;
     for (int i = 0; i < widths.length; i++) {
       widths[i] *= scale;
     }

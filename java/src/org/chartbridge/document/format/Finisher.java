@@ -142,7 +142,7 @@ final class Finisher {
     element.with("width", number(picture.width()));
     element.with("height", number(picture.height()));
     element.with(base64(picture.svg()));
-    return copy.with(element).with(new XmlText("\n"));
+    return copy.with(element);
   }
 
   private static String number(double value) {

@@ -25,7 +25,8 @@ final class InlineReader {
 
   private final List<XmlElement> links;
   private final String otherName;
-  private boolean atStart = true;
+  /** Whether a blank here would be one too many: at the start of a line or behind a blank. */
+  private boolean complete = true;
   private boolean blank;
 
   /**
@@ -68,13 +69,14 @@ final class InlineReader {
       }
       appendBlank(text);
       text.append(c);
-      atStart = false;
+      complete = false;
     }
   }
 
   private void appendBlank(StringBuilder text) {
-    if (blank && !atStart) {
+    if (blank && !complete) {
       text.append(' ');
+      complete = true;
     }
     blank = false;
   }
@@ -98,7 +100,7 @@ final class InlineReader {
       in.children(List.of(), false);
       flush(content, text);
       content.add(new Inline.LineBreak());
-      atStart = true;
+      complete = true;
       blank = false;
       return;
     }

@@ -78,7 +78,8 @@ final class HtmlBlocks implements BlockVisitor {
 
   @Override
   public void table(Table table) {
-    out.open("div", "class", "table").open("table").line();
+    boolean full = table.columns().stream().anyMatch(column -> column.width() > 0);
+    out.open("div", "class", "table").open("table", "class", full ? "full" : null).line();
     if (table.caption() != null) {
       out.element("caption", table.caption()).line();
     }
@@ -183,15 +184,21 @@ final class HtmlBlocks implements BlockVisitor {
 
   private void entry(Heading heading, Deque<Integer> levels) {
     while (levels.size() > 1 && heading.level() < levels.peek()) {
-      levels.pop();
+      int deeper = levels.pop();
+      if (heading.level() > levels.peek()) {
+        // Between the two: there is no list of that level, so it goes on with the deeper one.
+        levels.push(deeper);
+        break;
+      }
       out.close("li").close("ul").line();
     }
     if (levels.isEmpty() || heading.level() > levels.peek()) {
-      levels.push(heading.level());
       out.open("ul").line();
     } else {
+      levels.pop();
       out.close("li").line();
     }
+    levels.push(heading.level());
     out.open("li").open("a", "href", "#" + heading.id());
     InlineMarkup.write(ContentsText.of(heading), out);
     out.close("a");
