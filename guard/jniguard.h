@@ -6,6 +6,7 @@
 #include <stddef.h> /* NOLINT(modernize-deprecated-headers): this header is for C, too */
 
 /**
+ * @file
  * The guard stands between native code and the JVM and turns wrong JNI calls, which end the process
  * on today's JVMs, into Java exceptions and zero results. `docs/guard.md` says what it does call by
  * call.

@@ -31,6 +31,11 @@ echo "-- reference"
 { cat "$doxyfile"; echo "OUTPUT_DIRECTORY = \"$work/site\""; } >"$work/Doxyfile"
 doxygen "$work/Doxyfile" || fail "doxygen complains"
 grep -q 'RenderToFileHeadless' "$work/site/api/classViZEditor.html" || fail "no reference"
+grep -q 'jniguard_install' "$work/site/api/jniguard_8h.html" || fail "no functions in the reference"
+for header in "$work"/site/api/*_8h_source.html; do
+  [[ -f "${header%_source.html}.html" ]] ||
+    fail "the reference leaves $(basename "$header" _8h_source.html).h out; see docs/api/structure.dox"
+done
 
 echo "-- links"
 "$source_dir/docs/site/check-links" "$work/site" || fail "dead links"
