@@ -13,10 +13,13 @@ public final class ApplyTemplate {
   /**
    * Merges a template into a chart. Takes no lock; any number of threads may call it at once.
    *
+   * <p>Neither argument may be null: today's JVMs give native code no chance to look. Under the
+   * guard that is a {@link NullPointerException}, without it the end of the process.
+   *
    * @param chartXml chart XML of version 2
    * @param templateXml a chart template
-   * @return the whole merged chart XML; empty when an argument is null, when a text cannot be read,
-   *     and when native code fails otherwise
+   * @return the whole merged chart XML; empty when a text cannot be read, and when native code fails
+   *     otherwise
    * @throws UnsatisfiedLinkError when the process has no native code for it
    */
   public static native String apply(String chartXml, String templateXml);
