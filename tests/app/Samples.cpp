@@ -16,7 +16,7 @@ const std::string kChart =
 
 const std::string kChartXml =
     "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-    "<chart xmlns=\"urn:chartbridge:chart:2\" width=\"800\" height=\"600\">\n"
+    "<chart xmlns=\"urn:chartbridge:chart:2\">\n"
     "  <titles title=\"Sales\"/>\n"
     "  <elements>\n"
     "    <bar>\n"
