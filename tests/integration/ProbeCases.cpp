@@ -132,6 +132,19 @@ void CopyBackAgainstOther(JNIEnv* env) { CopyBackAgainst(env, Bytes(env, {1, 2, 
 
 void CopyBackAgainstSameLength(JNIEnv* env) { CopyBackAgainst(env, Bytes(env, {1, 2})); }
 
+// The smallest array that has an element to lose.
+void CopyBackOfOneElement(JNIEnv* env) {
+  jbyteArray own = Bytes(env, {3});
+  for (jbyteArray other : {Bytes(env, {1}), Bytes(env, {1, 2})}) {
+    jbyte* elements = env->GetByteArrayElements(own, nullptr);
+    Show("first", elements[0]);
+    elements[0] = static_cast<jbyte>(elements[0] + 4);
+    env->ReleaseByteArrayElements(other, elements, 0);
+    Show("own", Content(env, own));
+    Show("other", Content(env, other));
+  }
+}
+
 // The reference that the elements were obtained through is gone, and its place may have become
 // another array's.
 void CopyBackByAliasAfterFrame(JNIEnv* env) {
@@ -614,6 +627,7 @@ const std::map<std::string, ProbeCase>& ProbeCases() {
       {"ReleaseAgainstNull", ReleaseAgainstNull},
       {"CopyBackAgainstOther", CopyBackAgainstOther},
       {"CopyBackAgainstSameLength", CopyBackAgainstSameLength},
+      {"CopyBackOfOneElement", CopyBackOfOneElement},
       {"CopyBackByAliasAfterFrame", CopyBackByAliasAfterFrame},
       {"CopyBackAcrossNativeCalls", CopyBackAcrossNativeCalls},
       {"ReleaseTwice", ReleaseTwice},
