@@ -22,6 +22,7 @@ import java.util.function.IntToDoubleFunction;
 import java.util.stream.IntStream;
 import org.chartbridge.chart.LegendPosition;
 import org.chartbridge.chart.ScaleKind;
+import org.chartbridge.data.Data;
 
 /** Many different charts with data, for tests that hold for every chart. */
 final class ChartCases {

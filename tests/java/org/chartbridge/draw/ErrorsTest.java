@@ -18,6 +18,7 @@ import static org.junit.jupiter.api.Assertions.assertTrue;
 import org.chartbridge.chart.Axis;
 import org.chartbridge.chart.ChartException;
 import org.chartbridge.chart.ScaleKind;
+import org.chartbridge.data.Data;
 import org.junit.jupiter.api.Test;
 
 /** What a chart's writer reads when the data cannot be drawn. */

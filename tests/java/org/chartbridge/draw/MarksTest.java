@@ -21,6 +21,7 @@ import java.util.List;
 import java.util.Locale;
 import java.util.Map;
 import org.chartbridge.chart.ScaleKind;
+import org.chartbridge.data.Data;
 import org.junit.jupiter.api.Test;
 
 /** Marks stand where their values belong, and say what they show. */

@@ -21,6 +21,7 @@ import org.chartbridge.chart.Chart;
 import org.chartbridge.chart.ChartException;
 import org.chartbridge.chart.Element;
 import org.chartbridge.chart.ScaleKind;
+import org.chartbridge.data.Data;
 import org.chartbridge.data.Table;
 import org.junit.jupiter.api.Test;
 

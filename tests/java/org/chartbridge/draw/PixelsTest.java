@@ -16,6 +16,7 @@ import java.awt.geom.Rectangle2D;
 import java.awt.image.BufferedImage;
 import java.util.Locale;
 import java.util.Map;
+import org.chartbridge.data.Data;
 import org.junit.jupiter.api.Test;
 
 /** What can be seen in the picture. */
