@@ -65,6 +65,10 @@ class DoctorTest : public ::testing::Test {
       const RunResult result = Examine(more);
       EXPECT_EQ(result.exitCode, 1) << result.errors;
       EXPECT_THAT(LinesOf(result.output), Contains(line));
+      if (more.empty()) {
+        EXPECT_THAT(LinesOf(result.output),
+                    Contains("ok      guard: active, caught no wrong call"));
+      }
       EXPECT_EQ(result.errors, kUnsound);
     }
   }
