@@ -54,7 +54,9 @@ final class AreaWriter extends ElementWriter {
       encodeBaseline(encoding);
     }
     if (rank != null) {
-      encoding.set("order", Json.set(Json.object("field", rank), "type", "quantitative"));
+      // An order would be taken for one more thing that areas differ by.
+      ObjectNode sort = Json.object("field", rank);
+      ((ObjectNode) encoding.get("x")).set("sort", Json.set(sort, "op", "min"));
     }
     look(mark);
     colors.encode(element, sums, mark, encoding);
@@ -172,8 +174,9 @@ final class AreaWriter extends ElementWriter {
     String y1 = Expr.datum(right) + "[" + Expr.text(value) + "]";
     String inner = y0 + " + (" + y1 + " - " + y0 + ") * (" + here + " - " + x0 + ") / (" + x1
         + " - " + x0 + ")";
-    return Expr.isValid(value) + " ? " + Expr.datum(value) + " : " + Expr.datum(left) + " && "
-        + Expr.datum(right) + " ? " + inner + " : 0";
+    String has = Expr.datum(left) + " && " + Expr.datum(right) + " && isValid(" + y0
+        + ") && isValid(" + y1 + ")";
+    return Expr.isValid(value) + " ? " + Expr.datum(value) + " : " + has + " ? " + inner + " : 0";
   }
 
   private void tooltip() {

@@ -35,7 +35,7 @@ final class AxisJson {
     this.context = context;
     this.horizontal = horizontal;
     kind = context.facts.scale(horizontal);
-    axis = horizontal ? context.facts.chart().x() : context.facts.chart().y();
+    axis = horizontal ? context.chart.x() : context.chart.y();
     elements = context.facts.elements();
     look = context.look;
   }
@@ -176,7 +176,10 @@ final class AxisJson {
   private void ends(ObjectNode scale) {
     if (context.fixedRows && !context.isFree(horizontal)) {
       double[] ends = context.facts.ends(horizontal);
-      scale.set("domain", Json.array(ends[0], ends[1]));
+      String both = "[" + Expr.number(ends[0]) + ", " + Expr.number(ends[1]) + "]";
+      // As numbers, ends of times would be taken for others than the same ends of ranges of times.
+      boolean time = kind == ScaleKind.TIME;
+      scale.set("domain", time ? Json.expression(both) : Json.array(ends[0], ends[1]));
       scale.put("nice", false);
       if (kind == ScaleKind.LINEAR) {
         scale.put("zero", false);
@@ -204,6 +207,11 @@ final class AxisJson {
 
   /** Whether marks grow from zero along this axis. */
   private boolean growsAlong(ElementFacts element) {
+    return growsAlong(element, horizontal);
+  }
+
+  /** Whether marks of an element grow from zero along an axis. */
+  static boolean growsAlong(ElementFacts element, boolean horizontal) {
     return switch (element.element().kind()) {
       case BAR, HISTOGRAM -> element.horizontal() == horizontal;
       case AREA -> !horizontal;
@@ -227,7 +235,7 @@ final class AxisJson {
     boolean lies = elements.stream().anyMatch(ElementFacts::horizontal);
     boolean cells = elements.stream().allMatch(
         element -> element.element().kind() == ElementKind.HEATMAP);
-    guide.put("domain", horizontal ? !lies && !cells : lies);
+    guide.put("domain", (horizontal ? !lies && !cells : lies) && !context.crossesZero(!horizontal));
     if (elements.stream().anyMatch(this::growsAlong)) {
       guide.set("gridColor", zeroLine());
     }
@@ -294,6 +302,7 @@ final class AxisJson {
       logTexts(guide);
       return;
     }
+    guide.put("labelFlush", false);
     guide.put("labelOverlap", "greedy");
     guide.set("tickCount", Json.expression(ticks()));
   }
@@ -302,7 +311,7 @@ final class AxisJson {
   private void logTexts(ObjectNode guide) {
     String power = "pow(10, floor(log(datum.value) / LN10 + 1e-9))";
     String mantissa = "round(datum.value / " + power + " * 1e6) / 1e6";
-    String round = "indexof(" + (isFine() ? "[1, 2, 5]" : "[1]") + ", " + mantissa + ") >= 0";
+    String round = "indexof(" + mantissas() + ", " + mantissa + ") >= 0";
     String text = guide.has("labelExpr") ? guide.get("labelExpr").textValue()
         : "datum.value < 1e6 && datum.value >= 1e-4 ? " + Expr.numberText("datum.value")
             + " : format(datum.value, '.0e')";
@@ -313,13 +322,21 @@ final class AxisJson {
     guide.set("gridOpacity", Json.set(Json.object("condition", shown), "value", 0));
   }
 
+  private String mantissas() {
+    double[] ends = context.facts.ends(horizontal);
+    if (!context.knownRows || !isFine()) {
+      return "[1]";
+    }
+    return ends[1] / ends[0] < 10 ? "[1, 2, 3, 4, 5, 6, 7, 8, 9]" : "[1, 2, 5]";
+  }
+
   /** Whether there is room for ticks at 2 and 5 between powers of ten. */
   private boolean isFine() {
     double[] ends = context.facts.ends(horizontal);
     double[] size = context.facts.panelSize();
     double decade = (horizontal ? size[0] : size[1]) / Math.log10(ends[1] / ends[0]);
     double room = horizontal ? 60 * look.factor() : look.tickSize() * 1.4;
-    return context.knownRows && decade * Math.log10(2) >= room
+    return decade * Math.log10(2) >= room
         && Math.log10(ends[1] / ends[0]) <= 4;
   }
 
@@ -336,9 +353,9 @@ final class AxisJson {
 
   /** As many ticks as a picture has. */
   private String ticks() {
-    String length = context.hasFacet() ? "child_" : "";
+    String length = context.panelPrefix();
     int apart = kind == ScaleKind.TIME ? 80 : 60;
     return horizontal ? "clamp(floor(" + length + "width / " + apart + "), 2, 12)"
-                      : "clamp(floor(" + length + "height / 55), 2, 8)";
+                      : "clamp(floor(" + length + "height / 42), 2, 8)";
   }
 }

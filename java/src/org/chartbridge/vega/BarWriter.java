@@ -13,6 +13,7 @@ import org.chartbridge.draw.Look;
 final class BarWriter extends ElementWriter {
   private static final double SEE_THROUGH = 0.6;
   private static final double NARROW = 4;
+  private static final double HAIR = 0.5;
   private static final double TEMPLATE_BINS = 20;
 
   private final boolean histogram;
@@ -94,10 +95,14 @@ final class BarWriter extends ElementWriter {
     p1 = context.fields.unique("bin end");
     List<ObjectNode> steps = context.knownRows
         ? BinSteps.of(element.bins(), value, p0, p1)
-        : List.of(BinSteps.open(value, element.element().bins() == null
-              ? TEMPLATE_BINS : element.element().bins(), p0, p1));
+        : BinSteps.open(context.fields, value, templateBins(), p0, p1);
     boolean lies = element.horizontal();
     return new Sums(context, element, steps, lies ? null : p0, lies ? p0 : null, List.of(p1));
+  }
+
+  private double templateBins() {
+    Integer given = element.element().bins();
+    return given == null ? TEMPLATE_BINS : given;
   }
 
   /** Bars side by side share the width of their bin. */
@@ -136,8 +141,8 @@ final class BarWriter extends ElementWriter {
       fade(mark, "fillOpacity");
     }
     if (histogram && isWide()) {
-      mark.put("stroke", context.look.background());
-      mark.put("strokeWidth", 1);
+      mark.set(p() + "Offset", Json.node(HAIR));
+      mark.set(p() + "2Offset", Json.node(-HAIR));
     }
   }
 
@@ -191,7 +196,13 @@ final class BarWriter extends ElementWriter {
 
   /** Over each other, the largest bars stand behind the others. */
   private void order(ObjectNode encoding) {
-    if (arrangement != Arrangement.OVERLAID || histogram) {
+    if (arrangement != Arrangement.OVERLAID) {
+      return;
+    }
+    if (histogram) {
+      if (sums.rank != null) {
+        encoding.set("order", Json.set(Json.object("field", sums.rank), "type", "quantitative"));
+      }
       return;
     }
     String size = context.fields.unique("length");

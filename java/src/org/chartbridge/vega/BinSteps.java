@@ -28,9 +28,15 @@ final class BinSteps {
   }
 
   /** Round bins, at most so many, over whatever the data turn out to be. */
-  static ObjectNode open(String field, double most, String from, String to) {
+  static List<ObjectNode> open(
+      Fields fields, String field, double most, String from, String to) {
+    String start = fields.unique("bin");
+    String end = fields.unique("bin");
     ObjectNode step = Json.object("bin", Json.object("maxbins", Json.node(most)));
     step.put("field", field);
-    return Json.set(step, "as", Json.array(from, to));
+    step.set("as", Json.array(start, end));
+    // The compiler takes its own bins for numbers, also where they are times.
+    return List.of(step, Transforms.calculate("+" + Expr.datum(start), from),
+        Transforms.calculate("+" + Expr.datum(end), to));
   }
 }

@@ -293,12 +293,19 @@ final class BoxWriter extends ElementWriter {
     Tooltip tooltip = heading();
     tooltip.add(element.measure(), element.measureColumn(), measure(sums));
     List<ObjectNode> steps = new ArrayList<>();
-    steps.add(Transforms.filter("!" + Expr.isValid(inside)));
     ObjectNode mark = mark("point");
     mark.put("filled", false);
     mark.put("shape", "circle");
     double diameter = context.look.markerSize() * OUTLIER_SIZE;
-    mark.set("size", Json.node(Json.pixels(diameter * diameter)));
+    double size = Json.pixels(diameter * diameter);
+    if (context.fixedRows && !context.isFree(element.horizontal())) {
+      steps.add(Transforms.filter("!" + Expr.isValid(inside)));
+      mark.set("size", Json.node(size));
+    } else {
+      // Where ends of axes follow the marks, there must be some, or Vega warns.
+      mark.set("size",
+          Json.expression(Expr.isValid(inside) + " ? 0 : " + Expr.number(size)));
+    }
     ObjectNode encoding = Json.object();
     encodePosition(encoding, bands() ? position : middle);
     if (bands()) {

@@ -51,7 +51,7 @@ final class ColorJson {
       }
     }
     seriesShown = series.size() > 1 || series.size() == 1 && legends;
-    seriesShown &= context.facts.chart().legend().position() != LegendPosition.NONE;
+    seriesShown &= context.chart.legend().position() != LegendPosition.NONE;
     if (seriesShown) {
       scales.add(series);
     }
@@ -69,7 +69,7 @@ final class ColorJson {
   }
 
   private boolean repeats(ElementFacts element) {
-    return element.repeatsAxis() && context.facts.chart().legend().position() == null;
+    return element.repeatsAxis() && context.chart.legend().position() == null;
   }
 
   /** Whether the colours of an element tell groups apart, rather than numbers. */
@@ -79,7 +79,7 @@ final class ColorJson {
 
   /** The field by whose legend the marks of an element can be picked; null when there is none. */
   String legendField(ElementFacts element, Sums sums) {
-    if (context.facts.chart().legend().position() == LegendPosition.NONE) {
+    if (context.chart.legend().position() == LegendPosition.NONE) {
       return null;
     }
     if (element.element().kind() == ElementKind.PIE) {
@@ -166,7 +166,7 @@ final class ColorJson {
     if (!first) {
       return Json.node(null);
     }
-    String title = scales.size() > 1 ? null : context.facts.chart().legend().title();
+    String title = scales.size() > 1 ? null : context.chart.legend().title();
     return legend(title, symbol(element));
   }
 
@@ -227,8 +227,9 @@ final class ColorJson {
       ElementFacts element, Discrete groups, String channel) {
     boolean needless = repeats(element) || context.fixedRows && groups.values().size() < 2;
     boolean first = explained.add(List.of(key(element), channel)) || !hasSeveralScales();
-    if (needless || !first
-        || context.facts.chart().legend().position() == LegendPosition.NONE) {
+    boolean apart = channel.equals("stroke") && !context.fixedRows;
+    if (needless || !first || apart
+        || context.chart.legend().position() == LegendPosition.NONE) {
       return Json.node(null);
     }
     ObjectNode legend = legend(title(element), symbol(element));
@@ -239,23 +240,29 @@ final class ColorJson {
   }
 
   private String title(ElementFacts element) {
-    String given = context.facts.chart().legend().title();
+    String given = context.chart.legend().title();
     return given == null ? element.colorTitle() : given;
   }
 
   private ObjectNode continuous(ElementFacts element, Sums sums) {
     ObjectNode node = Json.object("field", sums.color);
-    boolean time = isTime(element);
-    node.put("type", time ? "temporal" : "quantitative");
+    node.put("type", "quantitative");
     ObjectNode scale = node.putObject("scale");
-    scale.put("type", time ? "utc" : "linear");
+    scale.put("type", "linear");
     scale.put("nice", false);
-    if (!time) {
-      scale.put("zero", false);
-    }
+    scale.put("zero", false);
     boolean shown = explained.add(key(element)) || !hasSeveralScales();
-    shown &= context.facts.chart().legend().position() != LegendPosition.NONE;
-    node.set("legend", shown ? gradient(title(element)) : Json.node(null));
+    shown &= context.chart.legend().position() != LegendPosition.NONE;
+    if (!shown) {
+      node.set("legend", Json.node(null));
+      return node;
+    }
+    ObjectNode legend = gradient(title(element));
+    if (isTime(element)) {
+      legend.put("labelExpr", Expr.utcFormat("datum.value",
+          context.facts.isDateOnly(element.colorColumn()) ? Expr.DATE : Expr.DATE_TIME));
+    }
+    node.set("legend", legend);
     return node;
   }
 
@@ -299,7 +306,7 @@ final class ColorJson {
     double most = element.sizes().largest();
     scale.set("range", Json.array(Json.pixels(least * least), Json.pixels(most * most)));
     node.set("scale", scale);
-    if (context.facts.chart().legend().position() == LegendPosition.NONE) {
+    if (context.chart.legend().position() == LegendPosition.NONE) {
       node.set("legend", Json.node(null));
     } else {
       ObjectNode legend = Json.object("title", context.facts.label(element.element().size()));

@@ -15,7 +15,7 @@ final class ConfigJson {
 
   ConfigJson(Context context) {
     look = context.look;
-    legend = context.facts.chart().legend();
+    legend = context.chart.legend();
   }
 
   ObjectNode json() {

@@ -6,6 +6,7 @@ import java.util.ArrayList;
 import java.util.LinkedHashMap;
 import java.util.List;
 import java.util.Map;
+import org.chartbridge.chart.Chart;
 import org.chartbridge.chart.ScaleKind;
 import org.chartbridge.data.Column;
 import org.chartbridge.draw.ChartFacts;
@@ -13,6 +14,8 @@ import org.chartbridge.draw.Look;
 
 /** What all parts of one document share. */
 final class Context {
+  /** The chart as it was given. */
+  final Chart chart;
   final ChartFacts facts;
   final Look look;
   final Fields fields;
@@ -26,13 +29,15 @@ final class Context {
   private final Map<Column, Discrete> discretes = new LinkedHashMap<>();
   private String rowField;
 
-  Context(ChartFacts facts, boolean knownRows, boolean fixedRows, InteractiveOptions options) {
+  Context(Chart chart, ChartFacts facts, boolean knownRows, boolean fixedRows,
+      InteractiveOptions options) {
+    this.chart = chart;
     this.facts = facts;
     this.knownRows = knownRows;
     this.fixedRows = fixedRows;
     this.options = options;
     look = facts.look();
-    fields = new Fields(facts.table().columns());
+    fields = new Fields(facts.table().columns(), knownRows);
     steps.addAll(fields.steps());
   }
 
@@ -61,13 +66,13 @@ final class Context {
   }
 
   boolean hasFacet() {
-    return facts.chart().facet() != null;
+    return chart.facet() != null;
   }
 
   /** Whether each panel has an axis of its own. */
   boolean isFree(boolean horizontal) {
     return hasFacet()
-        && !(horizontal ? facts.chart().facet().sharedX() : facts.chart().facet().sharedY());
+        && !(horizontal ? chart.facet().sharedX() : chart.facet().sharedY());
   }
 
   /** The fields that tell panels apart. */
@@ -76,15 +81,28 @@ final class Context {
   }
 
   Discrete panel() {
-    return discrete(facts.table().column(facts.chart().facet().column()));
+    return discrete(facts.table().column(chart.facet().column()));
   }
 
   boolean isCategory(boolean horizontal) {
     return facts.scale(horizontal) == ScaleKind.CATEGORY;
   }
 
+  /** Whether marks grow from a zero that lies within an axis; they stand there, not at its end. */
+  boolean crossesZero(boolean horizontal) {
+    double[] ends = facts.ends(horizontal);
+    return fixedRows && !isFree(horizontal) && facts.scale(horizontal) == ScaleKind.LINEAR
+        && ends[0] < 0 && ends[1] > 0
+        && facts.elements().stream().anyMatch(e -> AxisJson.growsAlong(e, horizontal));
+  }
+
   boolean tooltips() {
     return options != null && options.tooltips();
+  }
+
+  /** What the names of a panel's width and height start with. */
+  String panelPrefix() {
+    return hasFacet() ? "child_" : "";
   }
 
   /** The width of a category as an expression. */

@@ -112,7 +112,7 @@ final class Discrete {
   }
 
   private List<String> declared() {
-    ColumnDeclaration declaration = context.facts.chart().column(column.name());
+    ColumnDeclaration declaration = context.chart.column(column.name());
     return declaration == null ? List.of() : declaration.order();
   }
 
@@ -125,6 +125,16 @@ final class Discrete {
     } else if (column.kind() == ColumnKind.TIME) {
       ObjectNode sort = Json.object("field", rank());
       encoding.set("sort", Json.set(sort, "op", "min"));
+    }
+  }
+
+  /** Says the order of panels, which know no order of the data. */
+  void sortPanels(ObjectNode facet) {
+    if (context.fixedRows) {
+      sort(facet);
+    } else {
+      ObjectNode sort = Json.object("field", rank());
+      facet.set("sort", Json.set(sort, "op", "min"));
     }
   }
 

@@ -79,6 +79,7 @@ abstract class ElementWriter {
   /** Lets marks grow from zero, or from the start of an axis that has no zero. */
   void encodeBaseline(ObjectNode encoding) {
     AxisJson axis = measureAxis();
+    ((ObjectNode) encoding.get(m())).set("stack", Json.node(null));
     if (axis.kind() != org.chartbridge.chart.ScaleKind.LOG) {
       encoding.set(m() + "2", Json.object("datum", 0));
       return;

@@ -25,18 +25,21 @@ final class Fields {
   private final List<ObjectNode> steps = new ArrayList<>();
   private final ObjectNode parse = Json.object();
 
-  Fields(List<Column> columns) {
+  /** @param loaded whether Vega loads the rows, and so can read times while it does */
+  Fields(List<Column> columns, boolean loaded) {
     columns.forEach(column -> taken.add(column.name()));
-    columns.forEach(this::add);
+    columns.forEach(column -> add(column, loaded));
   }
 
-  private void add(Column column) {
+  private void add(Column column, boolean loaded) {
     String name = column.name();
     boolean time = column.kind() == ColumnKind.TIME;
     if (PLAIN.matcher(name).matches()) {
       names.put(name, name);
-      if (time) {
+      if (time && loaded) {
         parse.put(name, "date");
+      } else if (time) {
+        steps.add(Transforms.calculate("toDate(" + Expr.datum(name) + ")", name));
       }
       return;
     }

@@ -94,9 +94,7 @@ public final class GeoJson {
     } else if (type.equals("Feature")) {
       feature("", root);
     } else if (GEOMETRIES.contains(type)) {
-      ObjectNode feature = feature();
-      feature.set("geometry", geometry("", root, 0));
-      features.add(feature);
+      add("", root, Json.object(), 0);
     } else if (type.equals("Topology")) {
       throw error("/type", "this is TopoJSON; convert it to GeoJSON");
     } else {
@@ -136,14 +134,8 @@ public final class GeoJson {
     }
   }
 
-  private static ObjectNode feature() {
-    ObjectNode feature = Json.object("type", "Feature");
-    feature.putObject("properties");
-    return feature;
-  }
-
   private void feature(String path, JsonNode source) {
-    ObjectNode feature = feature();
+    ObjectNode kept = Json.object();
     JsonNode properties = source.get("properties");
     if (properties != null && !properties.isNull() && !properties.isObject()) {
       throw error(path + "/properties", "found " + describe(properties)
@@ -153,7 +145,7 @@ public final class GeoJson {
       for (Map.Entry<String, JsonNode> entry : (Iterable<Map.Entry<String, JsonNode>>)
                properties::fields) {
         if (entry.getValue().isValueNode()) {
-          ((ObjectNode) feature.get("properties")).set(entry.getKey(), entry.getValue());
+          kept.set(entry.getKey(), entry.getValue());
         }
       }
     }
@@ -162,12 +154,12 @@ public final class GeoJson {
       throw error(path, "a Feature has a \"geometry\", which may be null");
     }
     if (!geometry.isNull()) {
-      feature.set("geometry", geometry(path + "/geometry", geometry, 0));
-      features.add(feature);
+      add(path + "/geometry", geometry, kept, 0);
     }
   }
 
-  private ObjectNode geometry(String path, JsonNode source, int depth) {
+  /** Adds a feature for each geometry, so that each is drawn the way its type asks for. */
+  private void add(String path, JsonNode source, ObjectNode properties, int depth) {
     if (!source.isObject()) {
       throw error(path, "found " + describe(source) + ", expected a geometry");
     }
@@ -176,17 +168,17 @@ public final class GeoJson {
       throw error(path + "/type",
           "found \"" + type + "\", expected one of " + String.join(", ", GEOMETRIES));
     }
-    ObjectNode geometry = Json.object("type", type);
     if (type.equals("GeometryCollection")) {
-      geometry.set("geometries", geometries(path + "/geometries", source, depth));
-      return geometry;
+      addAll(path + "/geometries", source, properties, depth);
+      return;
     }
     JsonNode coordinates = source.get("coordinates");
     String place = path + "/coordinates";
     if (coordinates == null) {
       throw error(path, "a " + type + " has \"coordinates\"");
     }
-    return Json.set(geometry, "coordinates", switch (type) {
+    ObjectNode geometry = Json.object("type", type);
+    geometry.set("coordinates", switch (type) {
       case "Point" -> point(place, coordinates);
       case "MultiPoint" -> positions(place, coordinates, 0);
       case "LineString" -> positions(place, coordinates, 2);
@@ -194,9 +186,12 @@ public final class GeoJson {
       case "Polygon" -> polygon(place, coordinates);
       default -> polygons(place, coordinates);
     });
+    ObjectNode feature = Json.object("type", "Feature");
+    feature.set("properties", properties);
+    features.add(Json.set(feature, "geometry", geometry));
   }
 
-  private ArrayNode geometries(String path, JsonNode source, int depth) {
+  private void addAll(String path, JsonNode source, ObjectNode properties, int depth) {
     JsonNode list = source.get("geometries");
     if (list == null || !list.isArray()) {
       throw error(path, "a GeometryCollection has a list of geometries");
@@ -204,11 +199,9 @@ public final class GeoJson {
     if (depth > MOST_NESTED) {
       throw error(path, "collections nest more than " + MOST_NESTED + " deep");
     }
-    ArrayNode geometries = Json.array();
     for (int i = 0; i < list.size(); i++) {
-      geometries.add(geometry(path + "/" + i, list.get(i), depth + 1));
+      add(path + "/" + i, list.get(i), properties, depth + 1);
     }
-    return geometries;
   }
 
   private void checkList(String path, JsonNode node, String what) {

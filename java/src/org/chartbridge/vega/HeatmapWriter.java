@@ -52,7 +52,7 @@ final class HeatmapWriter extends ElementWriter {
       key = from;
       String value = context.fields.of(column);
       before.addAll(context.knownRows ? BinSteps.of(cells.bins(), value, from, to)
-                                      : List.of(BinSteps.open(value, TEMPLATE_BINS, from, to)));
+                                      : BinSteps.open(context.fields, value, TEMPLATE_BINS, from, to));
     }
 
     List<String> more() {

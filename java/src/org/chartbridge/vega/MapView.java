@@ -91,9 +91,12 @@ final class MapView {
       ObjectNode layer =
           Json.object("data", Json.object("values", document.features()));
       ObjectNode mark = Json.object("type", "geoshape");
-      mark.put("fill", options.fill() == null ? context.look.gridColor() : options.fill());
-      mark.put("stroke",
-          options.stroke() == null ? context.look.background() : options.stroke());
+      String lines = "indexof(datum.geometry.type, 'LineString') >= 0";
+      String areas = "indexof(datum.geometry.type, 'Polygon') >= 0";
+      mark.set("fill", Json.expression(lines + " ? null : " + areas + " ? "
+          + Expr.text(fill()) + " : " + Expr.text(context.look.axisColor())));
+      mark.set("stroke", Json.expression(lines + " ? " + Expr.text(context.look.axisColor())
+          + " : " + Expr.text(stroke())));
       mark.set("strokeWidth", Json.node(Json.pixels(0.75 * context.look.factor())));
       mark.put("clip", true);
       layer.set("mark", mark);
@@ -103,6 +106,14 @@ final class MapView {
       layers.add(layer);
     }
     return layers;
+  }
+
+  private String fill() {
+    return options.fill() == null ? context.look.gridColor() : options.fill();
+  }
+
+  private String stroke() {
+    return options.stroke() == null ? context.look.background() : options.stroke();
   }
 
   private void label(ObjectNode layer) {

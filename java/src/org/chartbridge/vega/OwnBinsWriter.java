@@ -10,6 +10,7 @@ import org.chartbridge.draw.ElementFacts;
 /** Writes a histogram that brings its bins; they are rows of its own, the same in each panel. */
 final class OwnBinsWriter extends ElementWriter {
   private static final double NARROW = 4;
+  private static final double HAIR = 0.5;
   private static final String FROM = "bin from";
   private static final String TO = "bin to";
   private static final String VALUE = "bin value";
@@ -30,8 +31,8 @@ final class OwnBinsWriter extends ElementWriter {
     encodeBaseline(encoding);
     fade(mark, "fillOpacity");
     if (isWide()) {
-      mark.put("stroke", context.look.background());
-      mark.put("strokeWidth", 1);
+      mark.set("xOffset", Json.node(HAIR));
+      mark.set("x2Offset", Json.node(-HAIR));
     }
     colors.encode(element, null, mark, encoding);
     Tooltip tooltip = layer.tooltip();

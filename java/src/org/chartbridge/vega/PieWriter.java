@@ -25,7 +25,7 @@ final class PieWriter extends ElementWriter {
 
   PieWriter(ChartParts parts, ElementFacts element) {
     super(parts, element);
-    LegendPosition legend = context.facts.chart().legend().position();
+    LegendPosition legend = context.chart.legend().position();
     named = (legend == null || legend == LegendPosition.NONE) && !context.hasFacet();
   }
 
@@ -52,7 +52,7 @@ final class PieWriter extends ElementWriter {
     layer.tooltip().show(encoding);
     layer.addMarks(mark, encoding);
     layer.setPickFields(sums.keys());
-    if (!named && context.facts.chart().legend().position() != LegendPosition.NONE) {
+    if (!named && context.chart.legend().position() != LegendPosition.NONE) {
       layer.setLegendField(slices.field());
     }
     addTexts(sums, slices, rank);
@@ -60,7 +60,7 @@ final class PieWriter extends ElementWriter {
   }
 
   private String title() {
-    String given = context.facts.chart().legend().title();
+    String given = context.chart.legend().title();
     return given == null ? context.facts.label(element.x()) : given;
   }
 
@@ -75,7 +75,8 @@ final class PieWriter extends ElementWriter {
 
   private ObjectNode radius(double share, double more) {
     double part = named ? NAMED_RADIUS * share : share;
-    return Json.expression("min(width, height) / 2 * " + Expr.number(part) + " + "
+    String size = "min(" + context.panelPrefix() + "width, " + context.panelPrefix() + "height)";
+    return Json.expression(size + " / 2 * " + Expr.number(part) + " + "
         + Expr.number(Json.pixels(more * context.look.factor())));
   }
 

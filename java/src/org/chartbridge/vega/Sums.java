@@ -58,9 +58,9 @@ final class Sums {
     x = field(element.x(), element.xColumn(), xKey, context.isCategory(true), isGap(true));
     y = field(element.y(), element.yColumn(), yKey, context.isCategory(false), isGap(false));
     boolean told = !element.continuousColor();
-    color = field(element.element().color(), element.colorColumn(), null, told, false);
+    String plain = field(element.element().color(), element.colorColumn(), null, told, false);
     size = field(element.element().size(), element.sizeColumn(), null, false, false);
-    rank = color != null && told ? context.discrete(element.colorColumn()).rank() : null;
+    rank = plain != null && told ? context.discrete(element.colorColumn()).rank() : null;
     by.addAll(more);
     if (rank != null) {
       by.add(rank);
@@ -69,6 +69,21 @@ final class Sums {
         || isAggregate(element.element().color()) || isAggregate(element.element().size());
     label = label();
     finish();
+    color = isTimeColor() ? number(plain) : plain;
+  }
+
+  /** Whether its colours are a scale of times. */
+  private boolean isTimeColor() {
+    return element.continuousColor() && element.colorColumn() != null
+        && element.colorColumn().kind() == ColumnKind.TIME
+        && element.element().color().aggregate() != Aggregate.COUNT;
+  }
+
+  /** A colour scale takes times as numbers only. */
+  private String number(String time) {
+    String field = context.fields.unique("color time");
+    steps.add(Transforms.calculate("+" + Expr.datum(time), field));
+    return field;
   }
 
   Sums(Context context, ElementFacts element) {

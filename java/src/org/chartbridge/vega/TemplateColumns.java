@@ -49,6 +49,18 @@ final class TemplateColumns {
     return new Table(standIns, standIns.isEmpty() ? 0 : 1);
   }
 
+  /** The chart with axes that fit any value, since no value is known. */
+  static Chart withoutLimits(Chart chart) {
+    return new Chart(chart.size(), chart.titles(), chart.columns(), withoutLimits(chart.x()),
+        withoutLimits(chart.y()), chart.elements(), chart.legend(), chart.facet(), chart.style(),
+        chart.palette());
+  }
+
+  private static Axis withoutLimits(Axis axis) {
+    return new Axis(
+        axis.scale(), axis.title(), null, null, axis.reversed(), axis.grid(), axis.format());
+  }
+
   private void add(Element element) {
     for (String name : ChannelRules.NAMES) {
       Channel channel = ChannelRules.channel(element, name);

@@ -14,7 +14,7 @@ final class TitleJson {
   private final Look look;
 
   TitleJson(Context context) {
-    titles = context.facts.chart().titles();
+    titles = context.chart.titles();
     look = context.look;
   }
 

@@ -26,7 +26,7 @@ final class Tooltip {
     this.context = context;
     this.element = element;
     if (context.hasFacet() && !element.element().hasOwnBins()) {
-      Column column = context.facts.table().column(context.facts.chart().facet().column());
+      Column column = context.facts.table().column(context.chart.facet().column());
       values.put(context.facts.label(column), text(Channel.of(column.name()), column,
           context.fields.of(column)));
     }

@@ -37,8 +37,8 @@ final class Transforms {
 
   private static ObjectNode step(
       String kind, List<ObjectNode> operations, Collection<String> by) {
-    ObjectNode node = Json.object(kind, operations);
-    return by.isEmpty() ? node : Json.set(node, "groupby", List.copyOf(by));
+    // Within panels the compiler takes for granted that there is a list, if only an empty one.
+    return Json.set(Json.object(kind, operations), "groupby", List.copyOf(by));
   }
 
   /**

@@ -48,7 +48,7 @@ public final class VegaLiteChart {
    */
   public static VegaLiteChart still(Chart chart, String renderer) {
     Table table = read(chart);
-    Context context = new Context(ChartFacts.of(chart, table), true, true, null);
+    Context context = new Context(chart, ChartFacts.of(chart, table), true, true, null);
     return new VegaLiteChart(context, inline(table, context), table, List.of(), renderer);
   }
 
@@ -56,7 +56,8 @@ public final class VegaLiteChart {
   public static VegaLiteChart template(Chart chart, String renderer) {
     Table known = chart.data() == null ? null : read(chart);
     Table table = TemplateColumns.of(chart, known);
-    Context context = new Context(ChartFacts.of(chart, table), false, false, null);
+    ChartFacts facts = ChartFacts.of(TemplateColumns.withoutLimits(chart), table);
+    Context context = new Context(chart, facts, false, false, null);
     ObjectNode data = Json.object("name", DATA_NAME);
     return new VegaLiteChart(context, data, table, List.of(), renderer);
   }
@@ -73,7 +74,7 @@ public final class VegaLiteChart {
       List<GeoJson> maps, String dataUrl, String renderer) {
     Table table = read(chart);
     Context context =
-        new Context(ChartFacts.of(chart, table), true, dataUrl == null, options);
+        new Context(chart, ChartFacts.of(chart, table), true, dataUrl == null, options);
     ObjectNode data = inline(table, context);
     if (dataUrl != null) {
       data = Json.object("url", dataUrl);
@@ -156,7 +157,7 @@ public final class VegaLiteChart {
 
   private ObjectNode head() {
     ObjectNode document = Json.object("$schema", SCHEMA);
-    String title = context.facts.chart().titles().title();
+    String title = context.chart.titles().title();
     if (title != null && !title.isBlank()) {
       document.put("description", ChartException.oneLine(title));
     }
@@ -184,8 +185,8 @@ public final class VegaLiteChart {
   }
 
   private void size(ObjectNode view) {
-    double width = context.facts.chart().size().width();
-    double height = context.facts.chart().size().height();
+    double width = context.chart.size().width();
+    double height = context.chart.size().height();
     double[] panel = context.facts.panelSize();
     if (context.hasFacet()) {
       int columns = columns();
@@ -200,7 +201,7 @@ public final class VegaLiteChart {
   }
 
   private int columns() {
-    Integer given = context.facts.chart().facet().columns();
+    Integer given = context.chart.facet().columns();
     if (given != null) {
       return given;
     }
@@ -214,7 +215,7 @@ public final class VegaLiteChart {
     Discrete panel = context.panel();
     ObjectNode facet = Json.object("field", panel.field());
     facet.put("type", panel.type());
-    panel.sort(facet);
+    panel.sortPanels(facet);
     ObjectNode header = Json.object("title", null);
     if (panel.labelExpression() != null) {
       header.put("labelExpr", panel.labelExpression());
