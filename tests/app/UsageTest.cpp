@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "tests/app/CommandRun.h"
+#include "tests/app/Samples.h"
 #include "tests/app/WorkFolder.h"
 
 namespace chartbridge {
@@ -43,9 +44,9 @@ TEST(UsageTest, HelpIsEverywhereAndHasExamples) {
 
 TEST(UsageTest, HelpNamesEveryOptionOfRender) {
   const RunResult result = RunCommand({"render", "--help"});
-  for (const char* option :
-       {"CHART", "--data", "--output", "--type", "--size", "--locale", "--texts", "--style ",
-        "--style-file", "--map", "--classpath", "--no-guard", "--verbose"}) {
+  for (const char* option : {"CHART", "--data", "--output", "--type", "--size", "--locale",
+                             "--texts", "--style ", "--style-file", "--template ", "--templates ",
+                             "--map", "--classpath", "--no-guard", "--verbose"}) {
     EXPECT_THAT(result.output, HasSubstr(option));
   }
 }
@@ -53,11 +54,19 @@ TEST(UsageTest, HelpNamesEveryOptionOfRender) {
 TEST(UsageTest, WhatIsMissingIsNamed) {
   ExpectUsageError({}, "A subcommand is required", "chartbridge");
   ExpectUsageError({"render"}, "chart is required", "chartbridge render");
-  ExpectUsageError({"render", "a.gpl", "-o", "a.png"}, "--data is required", "chartbridge render");
   ExpectUsageError({"render", "a.gpl", "-d", "a.csv"}, "--output is required",
                    "chartbridge render");
   ExpectUsageError({"convert"}, "A subcommand is required", "chartbridge convert");
   ExpectUsageError({"convert", "gpl"}, "input is required", "chartbridge convert gpl");
+}
+
+TEST(UsageTest, GraphLanguageNeedsData) {
+  const SampleFolder folder;
+  const RunResult result = folder.Run({"render", "sales.gpl", "-o", "a.png"});
+  EXPECT_EQ(result.exitCode, 2);
+  EXPECT_EQ(result.errors,
+            "chartbridge: --data is required: graph language holds no data\n"
+            "Try: chartbridge render --help\n");
 }
 
 TEST(UsageTest, WhatIsUnknownIsNamed) {
@@ -87,6 +96,8 @@ TEST(UsageTest, SizeMustBeAPercentage) {
 TEST(UsageTest, OnlyOneInputIsStandardInput) {
   ExpectUsageError({"render", "-", "-d", "-", "-o", "a.png"},
                    "only one of the inputs can be standard input", "chartbridge render");
+  ExpectUsageError({"render", "a.gpl", "-d", "-", "--template", "-", "-o", "a.png"},
+                   "only one of the inputs can be standard input", "chartbridge render");
 }
 
 TEST(UsageTest, MapNeedsAPngFile) {
@@ -105,7 +116,7 @@ TEST(UsageTest, WrongUsageTouchesNoFile) {
   folder.Write("a.png", "old");
   RunSettings settings;
   settings.folder = folder.Path();
-  const RunResult result = RunCommand({"render", "a.gpl", "-o", "a.png"}, settings);
+  const RunResult result = RunCommand({"render", "a.gpl", "-o", "a.png", "--size", "0"}, settings);
   EXPECT_EQ(result.exitCode, 2);
   EXPECT_EQ(folder.Read("a.png"), "old");
 }
