@@ -21,6 +21,9 @@ final class AreaWriter extends ElementWriter {
   private String at;
   private String v0;
   private String v1;
+  /** The field of an area's own height, and that of its place where the height is not worked out. */
+  private String height;
+  private String known;
 
   AreaWriter(ChartParts parts, ElementFacts element) {
     super(parts, element);
@@ -60,6 +63,7 @@ final class AreaWriter extends ElementWriter {
     }
     look(mark);
     colors.encode(element, sums, mark, encoding);
+    describeWhole(mark, sums);
     layer.addMarks(mark, encoding);
     layer.setPickFields(sums.color == null ? List.of() : List.of(sums.color));
     addTargets();
@@ -84,6 +88,7 @@ final class AreaWriter extends ElementWriter {
 
   private void stack() {
     String value = context.fields.unique("height");
+    height = value;
     List<String> own = new ArrayList<>(context.panelFields());
     if (sums.color != null) {
       own.add(sums.color);
@@ -146,7 +151,7 @@ final class AreaWriter extends ElementWriter {
       layer.addStep(Transforms.joinAggregate(
           List.of(Transforms.operation("max", rank, rank)), List.of(at)));
     }
-    String known = context.fields.unique("known");
+    known = context.fields.unique("known");
     String left = context.fields.unique("left");
     String right = context.fields.unique("right");
     String first = context.fields.unique("first");
@@ -182,17 +187,10 @@ final class AreaWriter extends ElementWriter {
   private void tooltip() {
     Tooltip tooltip = layer.tooltip();
     tooltip.add(element.x(), element.xColumn(), at);
-    if (stacks) {
-      String upper = Expr.datum(v1);
-      boolean filled = element.element().arrangement() == Arrangement.FILLED;
-      String height = upper + " - " + Expr.datum(v0);
-      if (filled) {
-        tooltip.add("Share", Expr.shareText("(" + height + ")"));
-      } else {
-        tooltip.add(context.facts.label(element.y()), Expr.numberText("(" + height + ")"));
-      }
-    } else {
-      tooltip.add(element.y(), element.yColumn(), sums.y);
+    tooltip.add(element.y(), element.yColumn(), stacks ? height : sums.y);
+    if (element.element().arrangement() == Arrangement.FILLED) {
+      tooltip.add("Share", Expr.shareText(
+          "(" + Expr.datum(v1) + " - " + Expr.datum(v0) + ")"));
     }
     if (element.element().color() != null) {
       tooltip.add(element.colorTitle(), tooltip.text(element.element().color(),
@@ -214,7 +212,10 @@ final class AreaWriter extends ElementWriter {
     encodePosition(encoding, at);
     encodeMeasure(encoding, v1);
     layer.tooltip().show(encoding);
-    layer.addView(mark, encoding);
+    ObjectNode view = layer.addView(mark, encoding);
+    if (known != null) {
+      view.set("transform", Json.array(Transforms.filter(Expr.isValid(known))));
+    }
   }
 
   private void addLabels() {

@@ -77,6 +77,7 @@ final class BarWriter extends ElementWriter {
     colors.encode(element, sums, mark, encoding);
     order(encoding);
     layer.tooltip().show(encoding);
+    layer.tooltip().describe(mark);
     layer.addMarks(mark, encoding);
     layer.setPickFields(sums.keys());
     if (sums.label != null) {

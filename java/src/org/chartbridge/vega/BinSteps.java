@@ -22,9 +22,15 @@ final class BinSteps {
     String index = "floor((" + value + " - " + start + ") / " + width + " + "
         + Expr.number(SLACK) + ") - (abs(" + value + " - " + Expr.number(end) + ") < "
         + Expr.number(bins.width() * SLACK) + " ? 1 : 0)";
-    return List.of(
-        Transforms.calculate(start + " + " + width + " * (" + index + ")", from),
-        Transforms.calculate(Expr.datum(from) + " + " + width, to));
+    String lower = start + " + " + width + " * (" + index + ")";
+    return List.of(Transforms.calculate(lower, from),
+        Transforms.calculate(exact(Expr.datum(from) + " + " + width, bins), to),
+        Transforms.calculate(exact(Expr.datum(from), bins), from));
+  }
+
+  /** An edge next to nothing is at zero. */
+  private static String exact(String edge, Intervals bins) {
+    return "abs(" + edge + ") < " + Expr.number(bins.width() * SLACK) + " ? 0 : " + edge;
   }
 
   /** Round bins, at most so many, over whatever the data turn out to be. */

@@ -182,6 +182,7 @@ final class BoxWriter extends ElementWriter {
     colors.encode(element, sums, mark, encoding, "fill", new Variant(context.look, true));
     colors.encode(element, sums, mark, encoding, "stroke", new Variant(context.look, false));
     tooltip.show(encoding);
+    tooltip.describe(mark);
     List<ObjectNode> told = new ArrayList<>(steps);
     told.addAll(tooltip.steps());
     layer.addMarks(mark, encoding).set("transform", Json.array(told));
@@ -313,6 +314,7 @@ final class BoxWriter extends ElementWriter {
     }
     encodeMeasure(encoding, measure(sums));
     tooltip.show(encoding);
+    tooltip.describe(mark);
     steps.addAll(tooltip.steps());
     addLine(steps, mark, encoding, "stroke", OUTLIER);
   }

@@ -115,6 +115,18 @@ abstract class ElementWriter {
     layer.setLegendField(colors.legendField(element, sums));
   }
 
+  /** A mark of many values is told by what they have in common. */
+  void describeWhole(ObjectNode mark, Sums sums) {
+    if (sums.color == null) {
+      mark.put("description", element.series());
+      return;
+    }
+    Tooltip whole = new Tooltip(context, element);
+    whole.add(element.colorTitle(), whole.text(
+        element.element().color(), element.colorColumn(), sums.color));
+    whole.describe(mark);
+  }
+
   /** A text in the place of a mark's label; rows without one are left out. */
   ObjectNode labelView(Sums sums, ObjectNode mark, ObjectNode encoding) {
     String text = context.fields.unique("label");

@@ -171,6 +171,7 @@ final class HeatmapWriter extends ElementWriter {
     fade(mark, "fillOpacity");
     colors.encode(element, sums, mark, encoding);
     layer.tooltip().show(encoding);
+    layer.tooltip().describe(mark);
     layer.addMarks(mark, encoding);
     layer.setPickFields(sums.keys());
     if (sums.label != null) {

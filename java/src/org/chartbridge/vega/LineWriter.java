@@ -44,6 +44,7 @@ final class LineWriter extends ElementWriter {
     if (mark.has("strokeDash") || encoding.has("strokeDash")) {
       mark.put("strokeCap", "butt");
     }
+    describeWhole(mark, sums);
     layer.addMarks(mark, encoding);
     layer.setPickFields(sums.color == null ? List.of() : List.of(sums.color));
     addTargets(sums);

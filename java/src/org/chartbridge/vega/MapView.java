@@ -99,6 +99,7 @@ final class MapView {
           + " : " + Expr.text(stroke())));
       mark.set("strokeWidth", Json.node(Json.pixels(0.75 * context.look.factor())));
       mark.put("clip", true);
+      mark.put("aria", false);
       layer.set("mark", mark);
       if (options.label() != null && context.tooltips()) {
         label(layer);

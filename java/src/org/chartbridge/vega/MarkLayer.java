@@ -58,8 +58,14 @@ final class MarkLayer {
     return view;
   }
 
-  /** Adds a view. */
+  /**
+   * Adds a view. Those who do not see the chart are told of its marks only what is written for
+   * them; the compiler would tell all fields, and takes titles as part of an expression.
+   */
   ObjectNode addView(ObjectNode mark, ObjectNode encoding) {
+    if (!mark.has("description")) {
+      mark.put("aria", false);
+    }
     ObjectNode view = Json.object("mark", mark);
     view.set("encoding", encoding);
     views.add(view);

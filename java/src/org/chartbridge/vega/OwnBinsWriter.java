@@ -42,6 +42,7 @@ final class OwnBinsWriter extends ElementWriter {
     tooltip.add(yTitle.isEmpty() || !alone() ? "Value" : yTitle,
         Expr.numberText(Expr.datum(VALUE)));
     tooltip.show(encoding);
+    tooltip.describe(mark);
     layer.addMarks(mark, encoding);
     layer.setPickFields(List.of(FROM));
     return layer;

@@ -50,6 +50,7 @@ final class PieWriter extends ElementWriter {
     encoding.set("theta2", Json.object("field", to));
     encoding.set("color", colors.slices(slices, title(), !named));
     layer.tooltip().show(encoding);
+    layer.tooltip().describe(mark);
     layer.addMarks(mark, encoding);
     layer.setPickFields(sums.keys());
     if (!named && context.chart.legend().position() != LegendPosition.NONE) {

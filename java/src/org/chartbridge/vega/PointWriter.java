@@ -49,6 +49,7 @@ final class PointWriter extends ElementWriter {
     }
     size(mark, encoding, sums);
     layer.tooltip().show(encoding);
+    layer.tooltip().describe(mark);
     layer.addMarks(mark, encoding);
     layer.setPickFields(sums.keys());
     if (sums.label != null) {

@@ -62,6 +62,7 @@ final class TitleJson {
     ObjectNode row = Json.object(CAPTION, "");
     ObjectNode layer = Json.object("data", Json.object("values", Json.array(row)));
     ObjectNode mark = Json.object("type", "point");
+    mark.put("aria", false);
     layer.set("mark", Json.set(mark, "opacity", 0));
     ObjectNode shape = Json.object("field", CAPTION);
     shape.put("type", "nominal");

@@ -113,6 +113,19 @@ final class Tooltip {
     return steps;
   }
 
+  /** Lets marks say the same to those who do not see them. */
+  void describe(ObjectNode mark) {
+    List<String> parts = new ArrayList<>();
+    values.forEach((label, text) -> parts.add(Expr.text(label + ": ") + " + (" + text + ")"));
+    mark.set("description", Json.expression(String.join(" + '; ' + ", parts)));
+  }
+
+  /** The compiler writes a title into an expression, and escapes nothing but quotes in it. */
+  private static String title(String label) {
+    String text = label.replaceAll("\\p{Cntrl}+", " ").replace("\\", "\\\\");
+    return text.isBlank() ? " " : text;
+  }
+
   /** Lets a view show the texts. */
   void show(ObjectNode encoding) {
     if (!context.tooltips()) {
@@ -123,7 +136,7 @@ final class Tooltip {
     for (String label : values.keySet()) {
       ObjectNode value = Json.object("field", fields().get(label));
       value.put("type", "nominal");
-      tooltip.add(Json.set(value, "title", label.isBlank() ? " " : label));
+      tooltip.add(Json.set(value, "title", title(label)));
     }
   }
 }
