@@ -23,7 +23,9 @@ namespace {
 using Json = nlohmann::ordered_json;
 
 constexpr const char* kDataOption = "data";
+// How messages of the Java classes begin.
 constexpr const char* kDocumentInMessages = "GeoJSON document ";
+constexpr const char* kNoData = "The chart has no data of its own";
 
 /// What the JSON library says about a text, without its own name for the error.
 std::string ReasonOf(const Json::parse_error& error) {
@@ -59,6 +61,12 @@ std::string OptionsFor(const ChartJsonSettings& settings) {
     if (map.is_null() || map.is_object()) map["projection"] = settings.projection;
   }
   return options.dump();
+}
+
+/// A message without what it says that it is about.
+std::string AfterColon(const std::string& reason) {
+  const std::size_t end = reason.find(": ");
+  return end == std::string::npos ? reason : reason.substr(end + 2);
 }
 
 /// The number of the GeoJSON document that a message is about, from 1; 0 for another message.
@@ -141,20 +149,23 @@ std::string ChartJsonExport::Explain(const JavaFailure& failure, const std::stri
   // Java got documents and knows no file names.
   const std::size_t number = DocumentNumber(reason);
   if (number >= 1 && number <= _settings.maps.size()) {
-    const std::size_t end = reason.find(": ");
-    const std::string rest = end == std::string::npos ? reason : reason.substr(end + 2);
-    return _settings.maps[number - 1] + ": " + rest;
+    return _settings.maps[number - 1] + ": " + AfterColon(reason);
+  }
+  if (failure.PassedThrough("org.chartbridge.vega.OptionsReader.")) {
+    const bool projection = reason.find("\"map.projection\"") != std::string::npos;
+    const bool given = projection && !_settings.projection.empty();
+    return (given ? "--projection" : _settings.optionsFile) + ": " + AfterColon(reason);
+  }
+  if (!_data && reason.rfind(kNoData, 0) == 0) {
+    return _chart->Name() + ": the chart has no data of its own; name its data with --data";
   }
   return Culprit(failure, name) + ": " + reason;
 }
 
 std::string ChartJsonExport::Culprit(const JavaFailure& failure, const std::string& name) const {
   if (failure.PassedThrough("org.chartbridge.data.CsvReader.") && _data) return _data->Name();
-  if (failure.PassedThrough("org.chartbridge.vega.OptionsReader.")) {
-    return _settings.optionsFile.empty() ? "--projection" : _settings.optionsFile;
-  }
   if (failure.PassedThrough("org.chartbridge.image.OutputFiles.")) return name;
-  if (failure.PassedThrough("org.chartbridge.vega.Charsets.")) return "--charset";
+  if (failure.PassedThrough("org.chartbridge.vega.JsonText.in(")) return "--charset";
   return _chart->Name();
 }
 

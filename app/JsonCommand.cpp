@@ -48,15 +48,25 @@ JsonCommand::JsonCommand(CLI::App& app)
 void JsonCommand::Run() {
   CheckUsage();
   const OutputFile output(_output, false);
-  if (!_settings.dataFile.empty() && !output.IsReplaceable()) {
-    throw UsageError("--data-file goes with a chart in a file; -o must name one");
-  }
+  CheckDataFile(output);
   const ChartJsonExport chart(_settings);
   if (output.IsReplaceable()) {
     chart.WriteTo(output.Target(), output.Name(), _java);
     return;
   }
   output.Write(chart.Text(output.Name(), _java));
+}
+
+void JsonCommand::CheckDataFile(const OutputFile& chart) const {
+  if (_settings.dataFile.empty()) return;
+  if (!chart.IsReplaceable()) {
+    throw UsageError("--data-file goes with a chart in a file; -o must name one");
+  }
+  const OutputFile data(_settings.dataFile, false);
+  if (!data.IsReplaceable()) throw UsageError("--data-file must name a file");
+  if (data.Target() == chart.Target()) {
+    throw UsageError("--data-file and -o name the same file");
+  }
 }
 
 void JsonCommand::CheckUsage() const {

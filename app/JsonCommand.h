@@ -11,6 +11,8 @@
 
 namespace chartbridge {
 
+class OutputFile;
+
 /// `chartbridge json`: a chart becomes Vega-Lite JSON, plain, interactive or as a template.
 class JsonCommand : public Command {
  public:
@@ -23,6 +25,7 @@ class JsonCommand : public Command {
 
  private:
   void CheckUsage() const;
+  void CheckDataFile(const OutputFile& chart) const;
 
   CLI::App* _command;
   std::string _output;

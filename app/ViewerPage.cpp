@@ -75,7 +75,7 @@ std::string TextOf(const Json& value) {
 std::string ColorOf(const Json& value) {
   const std::string color = TextOf(value);
   const bool hexadecimal =
-      color.size() >= 4 && color.front() == '#' &&
+      (color.size() == 4 || color.size() == 7) && color.front() == '#' &&
       color.find_first_not_of("0123456789abcdefABCDEF", 1) == std::string::npos;
   return hexadecimal ? color : kWhite;
 }
