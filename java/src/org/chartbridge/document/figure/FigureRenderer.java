@@ -11,10 +11,12 @@ import org.chartbridge.data.Table;
 import org.chartbridge.document.model.Figure;
 import org.chartbridge.document.model.FigureContent;
 import org.chartbridge.document.model.FigureContent.Part;
+import org.chartbridge.document.model.ImageData;
 import org.chartbridge.draw.ChartDrawing;
 import org.chartbridge.draw.DrawOptions;
 import org.chartbridge.draw.Style;
 import org.chartbridge.image.Picture;
+import org.chartbridge.image.input.SvgPicture;
 import org.chartbridge.template.TemplatedChart;
 import org.chartbridge.tree.TreeDocument;
 import org.chartbridge.tree.draw.TreeDisplay;
@@ -52,7 +54,7 @@ public final class FigureRenderer {
       if (content instanceof FigureContent.TreeContent tree) {
         return tree(tree);
       }
-      return Illustration.of(((FigureContent.ImageContent) content).image());
+      return image(((FigureContent.ImageContent) content).image());
     } catch (PlacedException e) {
       throw new ChartException(e.getMessage(), e);
     } catch (ChartException e) {
@@ -67,6 +69,14 @@ public final class FigureRenderer {
     String caption = figure.caption() == null ? "" : " \"" + figure.caption() + "\"";
     return (figure.position() == null ? "" : figure.position() + ": ") + "the "
         + figure.content().kind() + caption + ": ";
+  }
+
+  /** An SVG is built once, to find out whether it can be drawn and what it refers to. */
+  private static Illustration image(ImageData image) {
+    if (image.format() == ImageData.Format.SVG) {
+      SvgPicture.read(image.bytes());
+    }
+    return Illustration.of(image);
   }
 
   private Illustration chart(FigureContent.ChartContent content) {

@@ -3,9 +3,11 @@ package org.chartbridge.document.format;
 
 import java.io.ByteArrayInputStream;
 import java.io.IOException;
+import java.nio.ByteBuffer;
 import java.util.Iterator;
 import java.util.regex.Matcher;
 import java.util.regex.Pattern;
+import java.util.zip.CRC32;
 import javax.imageio.ImageIO;
 import javax.imageio.stream.ImageInputStream;
 import javax.imageio.stream.MemoryCacheImageInputStream;
@@ -22,6 +24,12 @@ final class ImageReader {
   private static final double DEFAULT_WIDTH = 300;
   private static final double DEFAULT_HEIGHT = 150;
 
+  private static final int PNG_SIGNATURE = 8;
+  /** Length, type and checksum. */
+  private static final int PNG_CHUNK = 12;
+  /** The type IEND. */
+  private static final int PNG_END = 0x49454E44;
+
   private static final Pattern LENGTH =
       Pattern.compile("\\+?([0-9]+\\.?[0-9]*|\\.[0-9]+)(px|pt|pc|mm|cm|in)?");
 
@@ -29,9 +37,11 @@ final class ImageReader {
 
   static ImageData read(byte[] bytes) {
     if (startsWith(bytes, 0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n')) {
+      checkPng(bytes);
       return raster(ImageData.Format.PNG, bytes);
     }
     if (startsWith(bytes, 0xFF, 0xD8, 0xFF)) {
+      checkJpeg(bytes);
       return raster(ImageData.Format.JPEG, bytes);
     }
     if (ChartSource.isXml(bytes)) {
@@ -50,6 +60,34 @@ final class ImageReader {
       }
     }
     return true;
+  }
+
+  /** Pages take the compressed pixels over unread, so damage would show only there. */
+  private static void checkPng(byte[] bytes) {
+    ByteBuffer in = ByteBuffer.wrap(bytes, PNG_SIGNATURE, bytes.length - PNG_SIGNATURE);
+    int type = 0;
+    while (type != PNG_END) {
+      int length = in.remaining() < PNG_CHUNK ? -1 : in.getInt();
+      if (length < 0 || length > in.remaining() - 2 * Integer.BYTES) {
+        throw new ChartException("the PNG is cut off");
+      }
+      CRC32 sum = new CRC32();
+      sum.update(bytes, in.position(), Integer.BYTES + length);
+      type = in.getInt();
+      in.position(in.position() + length);
+      if (in.getInt() != (int) sum.getValue()) {
+        throw new ChartException("the PNG is damaged: a checksum is wrong");
+      }
+    }
+  }
+
+  private static void checkJpeg(byte[] bytes) {
+    for (int i = bytes.length - 1; i > 1; i--) {
+      if ((bytes[i] & 0xFF) == 0xD9 && (bytes[i - 1] & 0xFF) == 0xFF) {
+        return;
+      }
+    }
+    throw new ChartException("the JPEG is cut off");
   }
 
   private static ImageData raster(ImageData.Format format, byte[] bytes) {

@@ -23,7 +23,7 @@ import org.w3c.dom.Element;
 /**
  * An SVG image, ready to be drawn. Nothing is loaded for it and no script of it runs.
  */
-final class SvgPicture {
+public final class SvgPicture {
   /** The size of an image that names none, as browsers have it. */
   private static final Dimension UNNAMED = new Dimension(300, 150);
 
@@ -38,7 +38,7 @@ final class SvgPicture {
    * @return a picture of its own size at 96 pixels to the inch
    * @throws ChartException when it is damaged, refers to something outside or is too large
    */
-  static Picture read(byte[] bytes) {
+  public static Picture read(byte[] bytes) {
     Document document = SvgDocument.read(bytes);
     try {
       BridgeContext context = context(document);
