@@ -28,9 +28,9 @@ double ReadStatusMiB(const std::string& key) {
 
 }  // namespace
 
-JNIEnv* StartBenchJvm(const std::string& jar, bool guard) {
+JNIEnv* StartBenchJvm(const std::vector<std::string>& jars, bool guard) {
   JvmSettings settings = GetJvmSettings();
-  settings.classPath = {jar};
+  settings.classPath = jars;
   settings.guard = guard;
   SetJvmSettings(settings);
   JNIEnv* env = nullptr;

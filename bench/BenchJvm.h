@@ -5,12 +5,13 @@
 #include <jni.h>
 
 #include <string>
+#include <vector>
 
 namespace chartbridge {
 
-/// Starts the process's JVM with one jar on its class path and returns the calling thread's env.
+/// Starts the process's JVM with these jars on its class path and returns the calling thread's env.
 /// Ends the process with a message when the JVM does not start.
-JNIEnv* StartBenchJvm(const std::string& jar, bool guard);
+JNIEnv* StartBenchJvm(const std::vector<std::string>& jars, bool guard);
 
 /// The most memory that this process has had resident so far, in MiB.
 double PeakResidentMiB();

@@ -122,7 +122,7 @@ bool TakeTables() {
 int main(int argc, char** argv) {
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
-  mainEnv = chartbridge::StartBenchJvm(CHARTBRIDGE_ECHO_JAR, false);
+  mainEnv = chartbridge::StartBenchJvm({CHARTBRIDGE_ECHO_JAR}, false);
   if (!TakeTables()) return 1;
   VizConverter::GetInstance()->StartConverter(mainEnv);
   benchmark::RunSpecifiedBenchmarks();

@@ -38,7 +38,7 @@ bool RenderCopied(const std::string& data) {
 }
 
 Result Measure(bool shared) {
-  JNIEnv* env = chartbridge::StartBenchJvm(CHARTBRIDGE_ECHO_JAR, true);
+  JNIEnv* env = chartbridge::StartBenchJvm({CHARTBRIDGE_ECHO_JAR}, true);
   ViZEditor::GetInstance()->StartEditorHeadless(env);
   const std::string data(kBytes, '1');
   const double before = chartbridge::ResidentMiB();

@@ -55,7 +55,7 @@ int main(int argc, char** argv) {
 
   const std::string chart = ReadFile(chartPath);
   const std::string data = ReadFile(dataPath);
-  JNIEnv* env = chartbridge::StartBenchJvm(CHARTBRIDGE_RUNTIME_JAR, true);
+  JNIEnv* env = chartbridge::StartBenchJvm({CHARTBRIDGE_RUNTIME_JAR}, true);
   ViZEditor::GetInstance()->StartEditorHeadless(env);
 
   std::cout << "renders  heap after GC [MiB]  resident [MiB]  ms a render\n" << std::fixed;
