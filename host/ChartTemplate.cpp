@@ -81,7 +81,7 @@ void ChartTemplate::CheckRoot() const {
 void ChartTemplate::ReadChildren(const pugi::xml_node& element, const TemplateRule& rule) {
   std::set<std::string> seen;
   for (const pugi::xml_node& child : element.children()) {
-    if (IsText(child)) throw _document.Error(child, Tag(element) + " cannot hold text");
+    if (IsText(child)) throw _document.Error(element, Tag(element) + " cannot hold text");
     if (child.type() != pugi::node_element) continue;
     const TemplateRule& childRule = RuleOf(child, rule);
     if (!seen.insert(childRule.name).second && !rule.repeats) {

@@ -122,7 +122,8 @@ void XmlDocument::CheckTexts() const {
     if (node.type() != pugi::node_pcdata) return;
     const std::size_t bad = FindBadReference(node.value());
     if (bad == std::string::npos) return;
-    throw ErrorAt(_source.Start(node) + bad, "the ampersand begins no known reference");
+    const std::size_t blanks = std::string_view(node.value()).find_first_not_of(" \t\r\n");
+    throw ErrorAt(_source.Start(node) + bad - blanks, "the ampersand begins no known reference");
   });
   pugi::xml_node(_tree).traverse(walker);
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "host/XmlSource.h"
 
+#include <algorithm>
+
 namespace chartbridge {
 namespace {
 
@@ -46,7 +48,8 @@ std::size_t XmlSource::Start(const pugi::xml_node& node) const {
   const std::ptrdiff_t offset = node.offset_debug();
   if (offset < 0) return 0;
   const std::size_t start = static_cast<std::size_t>(offset) + LengthOfMark(_text);
-  if (node.type() == pugi::node_pcdata) return start;
+  if (node.type() == pugi::node_pcdata)
+    return std::min(_text.find_first_not_of(kBlank, start), _text.size());
   const std::size_t bracket = _text.rfind('<', start);
   return bracket == std::string::npos ? start : bracket;
 }

@@ -17,7 +17,8 @@ class XmlSource {
 
   const std::string& Text() const { return _text; }
 
-  /// The offset of a node of the parsed text: of the `<` of a tag, of the first byte of a text.
+  /// The offset of a node of the parsed text: of the `<` of a tag, of the first byte of a text
+  /// that is no blank.
   std::size_t Start(const pugi::xml_node& node) const;
 
   /// Where the byte at `offset` stands.
