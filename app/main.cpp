@@ -12,6 +12,7 @@
 #include "app/DoctorCommand.h"
 #include "app/DocumentCommand.h"
 #include "app/Failure.h"
+#include "app/HistogramCommand.h"
 #include "app/JsonCommand.h"
 #include "app/NativeText.h"
 #include "app/RenderCommand.h"
@@ -26,6 +27,7 @@ using chartbridge::ConvertCommand;
 using chartbridge::DoctorCommand;
 using chartbridge::DocumentCommand;
 using chartbridge::Failure;
+using chartbridge::HistogramCommand;
 using chartbridge::JsonCommand;
 using chartbridge::RenderCommand;
 using chartbridge::TreeCommand;
@@ -70,6 +72,7 @@ std::vector<std::unique_ptr<Command>> AddCommands(CLI::App& app) {
   commands.push_back(std::make_unique<JsonCommand>(app));
   commands.push_back(std::make_unique<ViewCommand>(app));
   commands.push_back(std::make_unique<ConvertCommand>(app));
+  commands.push_back(std::make_unique<HistogramCommand>(app));
   commands.push_back(std::make_unique<TreeCommand>(app));
   commands.push_back(std::make_unique<DocumentCommand>(app));
   commands.push_back(std::make_unique<DoctorCommand>(app));
