@@ -22,6 +22,7 @@
 namespace chartbridge {
 namespace {
 
+constexpr jint kRounds = 150;
 constexpr char16_t kDeclaration[] = u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>";
 
 std::string ReadFile(const std::string& path) {
@@ -192,8 +193,7 @@ TEST_F(TemplateOnJvm, LeavesAloneDefaultsThatTheChartSays) {
             std::string::npos);
 }
 
-TEST_F(TemplateOnJvm, IsAppliedToChartsOfVersionOne) {
-  // Version 1 cannot name a template; what it is upgraded to can.
+TEST_F(TemplateOnJvm, IsNotNamedByChartsOfVersionOne) {
   Put("old", Template("<titles caption=\"c\"/>"));
   EXPECT_EQ(Draw("<chart xmlns=\"urn:chartbridge:chart:1\" template=\"old\"/>"), "");
   EXPECT_NE(Message().find("has no attribute \"template\""), std::string::npos) << Message();
@@ -320,9 +320,8 @@ TEST_F(TemplateOnJvm, ApplyAnswersEveryFailureWithNothing) {
   EXPECT_EQ(Apply(chart, templ), good);
 }
 
-// Java's own null is a null pointer on the way in: bare, the JVM ends the process, so these run
-// under the guard.
-TEST_F(TemplateOnJvm, ApplyAnswersNullWithNothing) {
+// Bare, today's JVMs end the process at a null text; the guard makes an exception of it.
+TEST_F(TemplateOnJvm, ApplyRefusesNull) {
   const LocalFrame frame;
   jstring text = _env->NewStringUTF("<chart xmlns='urn:chartbridge:chart:2'/>");
   jclass type = _env->FindClass("com/tesk/charteditor/template/ApplyTemplate");
@@ -347,6 +346,29 @@ TEST_F(TemplateOnJvm, IsAppliedForManyJavaThreadsAtOnce) {
   auto wrong = static_cast<jstring>(_env->CallStaticObjectMethod(type, run, 16, 200));
   ASSERT_FALSE(_env->ExceptionCheck());
   EXPECT_EQ(TextOf(_env, wrong), u"");
+}
+
+TEST_F(TemplateOnJvm, NativeCodeAppliesWhatJavaAccepts) {
+  std::ifstream list(CHARTBRIDGE_TEST_DATA "/chart-templates.txt");
+  std::u16string templates;
+  for (std::string line; std::getline(list, line);) {
+    if (line.compare(0, 3, "ok\t") != 0) continue;
+    if (!templates.empty()) templates += u'\0';
+    // What stands there is ASCII.
+    templates.append(line.begin() + 3, line.end());
+  }
+  ASSERT_FALSE(templates.empty());
+  const LocalFrame frame;
+  jclass type = _env->FindClass("org/chartbridge/testing/TemplateAgreement");
+  ASSERT_NE(type, nullptr);
+  jmethodID run = _env->GetStaticMethodID(type, "run", "(Ljava/lang/String;IJ)Ljava/lang/String;");
+  auto result = static_cast<jstring>(
+      _env->CallStaticObjectMethod(type, run, JavaText(_env, templates), kRounds, jlong{20261121}));
+  ASSERT_FALSE(_env->ExceptionCheck());
+  const std::u16string counts = TextOf(_env, result);
+  const std::string ascii(counts.begin(), counts.end());
+  EXPECT_NE(ascii.find(" accepted, "), std::string::npos) << ascii;
+  EXPECT_GT(std::stoi(ascii), 200) << ascii;
 }
 
 TEST_F(TemplateOnJvm, CallbackCanBeBoundAgain) {
