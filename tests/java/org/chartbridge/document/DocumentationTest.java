@@ -55,7 +55,8 @@ class DocumentationTest {
     List<String> inSchema = new ArrayList<>();
     schema.get("properties").fieldNames().forEachRemaining(inSchema::add);
 
-    String section = page().substring(page().indexOf("## Requests"), page().indexOf("## What comes"));
+    String section =
+        page().substring(page().indexOf("## Requests"), page().indexOf("## What comes"));
     List<String> onPage = new ArrayList<>();
     Matcher row = Pattern.compile("(?m)^\\| `([a-z]+)` \\|").matcher(section);
     while (row.find()) {

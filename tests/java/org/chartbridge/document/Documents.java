@@ -17,8 +17,9 @@ public final class Documents {
   public static final Path EXAMPLE = SOURCE.resolve("examples/documents/air-quality.xml");
 
   /** A picture of one pixel. */
-  public static final String PNG = "iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR42mNkYPhfDwAChw"
-      + "GA60e6kgAAAABJRU5ErkJggg==";
+  public static final String PNG =
+      "iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR42mNkYPhfDw"
+      + "AChwGA60e6kgAAAABJRU5ErkJggg==";
 
   public static final String CHART = "<chart caption=\"Sales\"><description>"
       + "title \"Sales by region\"\nsize 400 by 300\ndraw bar: x region, y sum of sales"
@@ -50,8 +51,9 @@ public final class Documents {
         "<contents title=\"Overview\" depth=\"2\"/>"
             + "<heading id=\"one\">First <emphasis>part</emphasis></heading>"
             + "<paragraph>Plain, <emphasis>slanted</emphasis>, <strong>bold</strong> and"
-            + " <code>code &lt;x&gt;</code>;<break/>a <link to=\"https://example.org/?a=1&amp;b=2\">"
-            + "way out</link> and <link to=\"#two\">one further down</link>.</paragraph>"
+            + " <code>code &lt;x&gt;</code>;<break/>a"
+            + " <link to=\"https://example.org/?a=1&amp;b=2\">way out</link> and"
+            + " <link to=\"#two\">one further down</link>.</paragraph>"
             + "<paragraph align=\"center\">In the middle</paragraph>"
             + "<heading level=\"2\" id=\"two\">Second part</heading>"
             + "<list><item>bullet</item><item>above<list kind=\"number\" start=\"3\">"
@@ -59,8 +61,9 @@ public final class Documents {
             + "<table caption=\"Figures\"><column/><column align=\"right\"/><column/>"
             + "<header><row><cell rowspan=\"2\">Name</cell><cell colspan=\"2\">Both</cell></row>"
             + "<row><cell>Left</cell><cell>Right</cell></row></header>"
-            + "<row><cell header=\"true\">a</cell><cell>1.5</cell><cell rowspan=\"2\">x, \"y\"</cell>"
-            + "</row><row><cell header=\"true\">b</cell><cell>22<break/>33</cell></row></table>"
+            + "<row><cell header=\"true\">a</cell><cell>1.5</cell>"
+            + "<cell rowspan=\"2\">x, \"y\"</cell></row>"
+            + "<row><cell header=\"true\">b</cell><cell>22<break/>33</cell></row></table>"
             + CHART + tree()
             + "<image alt=\"A dot\" width=\"40\">" + PNG + "</image>"
             + "<page-break/><heading level=\"3\">Third level</heading>"

@@ -26,8 +26,8 @@ import org.chartbridge.image.OutputFiles;
 import org.chartbridge.xml.SafeXml;
 
 /**
- * Makes, writes and exports output documents. The native exporter makes one of these and calls it by
- * name and signature.
+ * Makes, writes and exports output documents. The native exporter makes one of these and calls it
+ * by name and signature.
  *
  * <p>An adapter holds the documents that it was given, each under its name. A second document of a
  * name takes the place of the first. The document that came last is the <em>newest</em>; it is the

@@ -16,7 +16,7 @@ import org.chartbridge.xml.XmlEncoding;
 import org.chartbridge.xml.XmlNode;
 import org.chartbridge.xml.XmlText;
 
-/** Makes documents complete: with the files that they refer to, and with pictures of the figures. */
+/** Makes documents complete: with the files that they refer to, with pictures of the figures. */
 final class Finisher {
   /** The element that shows what a figure looks like. */
   static final String PICTURE = "picture";

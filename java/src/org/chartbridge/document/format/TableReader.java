@@ -71,7 +71,8 @@ final class TableReader {
     Alignment alignment = in.choice("align", Alignment.class, Alignment.LEFT);
     double share = in.number("width", 0);
     if (in.text("width") != null && !(share > 0 && share <= 100)) {
-      throw in.unexpected("width", in.text("width"), "a number above 0 and at most 100, in percent");
+      throw in.unexpected(
+          "width", in.text("width"), "a number above 0 and at most 100, in percent");
     }
     in.finish();
     in.children(List.of(), false);

@@ -50,8 +50,8 @@ final class FoBlocks implements BlockVisitor {
 
   @Override
   public void paragraph(Paragraph paragraph) {
-    out.open("block", "space-after", AFTER, "text-align", Words.of(paragraph.alignment()), "orphans",
-        "2", "widows", "2");
+    out.open("block", "space-after", AFTER, "text-align", Words.of(paragraph.alignment()),
+        "orphans", "2", "widows", "2");
     InlineFo.write(paragraph.text(), out, LONGEST_WORD);
     out.close("block");
   }

@@ -10,7 +10,7 @@ import org.chartbridge.document.model.Paper;
 import org.chartbridge.document.model.PlainText;
 import org.chartbridge.document.model.Table;
 
-/** Writes a table as formatting objects; its header comes again on every page that it goes on to. */
+/** Writes a table as formatting objects; its header comes again on every page that it takes. */
 final class FoTable {
   private static final FontRenderContext METRICS = new FontRenderContext(null, true, true);
   /** Tables of so many rows are not split between pages, if they fit on one. */
@@ -71,8 +71,8 @@ final class FoTable {
     for (int row = from; row < to; row++) {
       // Neither the first row of a part nor its last stands alone on a page.
       boolean edge = to - from > 2 && (row == from || row == to - 2);
-      out.open("table-row", "keep-together.within-page", PdfStyle.KEEP, "keep-with-next.within-page",
-          edge ? PdfStyle.KEEP : null);
+      out.open("table-row", "keep-together.within-page", PdfStyle.KEEP,
+          "keep-with-next.within-page", edge ? PdfStyle.KEEP : null);
       for (Table.Cell cell : table.rows().get(row)) {
         cell(cell, from, to);
       }

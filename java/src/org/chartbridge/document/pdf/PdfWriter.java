@@ -4,6 +4,7 @@ package org.chartbridge.document.pdf;
 import java.io.File;
 import java.io.IOException;
 import java.io.OutputStream;
+import org.apache.fop.apps.EnvironmentProfile;
 import org.apache.fop.apps.EnvironmentalProfileFactory;
 import org.apache.fop.apps.FOPException;
 import org.apache.fop.apps.FOUserAgent;
@@ -18,8 +19,8 @@ import org.chartbridge.document.model.Document;
 import org.chartbridge.document.model.Metadata;
 
 /**
- * Writes PDF: pages with numbers, bookmarks, embedded fonts, figures as vectors, and a structure for
- * readers that read aloud.
+ * Writes PDF: pages with numbers, bookmarks, embedded fonts, figures as vectors, and a structure
+ * for readers that read aloud.
  */
 public final class PdfWriter implements DocumentWriter {
   private static final float PIXELS_PER_INCH = 96;
@@ -56,9 +57,10 @@ public final class PdfWriter implements DocumentWriter {
 
   private static FopFactory factory() {
     PdfFontList fonts = new PdfFontList();
-    FopFactoryBuilder builder = new FopFactoryBuilder(EnvironmentalProfileFactory.createRestrictedIO(
-        new File("/").toURI(), new PdfResources(fonts.files())));
-    return builder.setConfiguration(fonts.configuration())
+    EnvironmentProfile environment = EnvironmentalProfileFactory.createRestrictedIO(
+        new File("/").toURI(), new PdfResources(fonts.files()));
+    return new FopFactoryBuilder(environment)
+        .setConfiguration(fonts.configuration())
         .setAccessibility(true)
         .setSourceResolution(PIXELS_PER_INCH)
         .build();

@@ -15,8 +15,8 @@ import org.chartbridge.document.model.PlainText;
 import org.chartbridge.document.model.Table;
 
 /**
- * Writes the tables of a document as CSV (RFC 4180), with an empty line between two tables. The text
- * of a cell stands in the first of the places that it covers; the others are empty.
+ * Writes the tables of a document as CSV (RFC 4180), with an empty line between two tables. The
+ * text of a cell stands in the first of the places that it covers; the others are empty.
  */
 public final class CsvTables implements DocumentWriter {
   @Override

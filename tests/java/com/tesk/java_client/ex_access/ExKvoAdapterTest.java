@@ -266,7 +266,8 @@ class ExKvoAdapterTest {
   @Test
   void saysWhichInputIsMissing() {
     assertEquals("cannot read \"" + folder.resolve("no.xml") + "\": there is no such file",
-        adapter.exportOutput("{\"input\":\"" + folder.resolve("no.xml") + "\",\"output\":\"a.txt\"}"));
+        adapter.exportOutput(
+            "{\"input\":\"" + folder.resolve("no.xml") + "\",\"output\":\"a.txt\"}"));
     assertEquals("the folder \"/no/folder\" does not exist", adapter.exportOutput("{\"input\":\""
         + Documents.EXAMPLE + "\",\"base\":\"/no/folder\",\"output\":\"a.txt\"}"));
   }

@@ -56,15 +56,15 @@ class RequestReaderTest {
     "{\"to\":\"pdf\"|request, line 1, column ",
     "{\"to\":\"pdf\",\"to\":\"csv\"}|request, line 1, column 17: this is not JSON: Duplicate",
     "{\"to\":\"pdf\"}|the request has no \"output\"",
-    "{\"to\":\"pfd\",\"output\":\"a\"}|request, line 1, column 7: \"to\" is \"pfd\"; expected one of"
-        + " html, pdf,",
+    "{\"to\":\"pfd\",\"output\":\"a\"}|request, line 1, column 7: \"to\" is \"pfd\"; expected one"
+        + " of html, pdf,",
     "{\"output\":\"a.doc\"}|the request has no \"to\", and the output's ending does not say it",
     "{\"to\":\"check\",\"output\":\"a\"}|request, line 1, column 24: a check has no \"output\"",
-    "{\"document\":\"a\",\"input\":\"b\",\"output\":\"a.pdf\"}|request, line 1, column 25: a request"
-        + " names a \"document\" or an \"input\", not both",
+    "{\"document\":\"a\",\"input\":\"b\",\"output\":\"a.pdf\"}|request, line 1, column 25: a"
+        + " request names a \"document\" or an \"input\", not both",
     "{\"base\":\"a\",\"output\":\"a.pdf\"}|request, line 1, column 9: \"base\" goes with an",
-    "{\"language\":\"1 2\",\"output\":\"a.pdf\"}|request, line 1, column 13: the language \"1 2\" is"
-        + " no BCP 47 tag",
+    "{\"language\":\"1 2\",\"output\":\"a.pdf\"}|request, line 1, column 13: the language \"1 2\""
+        + " is no BCP 47 tag",
     "{\"style\":\"drak\",\"output\":\"a.pdf\"}|request, line 1, column 10: \"style\" is \"drak\";"
         + " expected one of print, dark, mono, slides; did you mean \"dark\"?",
     "{\"paper\":\"a5\",\"output\":\"a.pdf\"}|request, line 1, column 10: \"paper\" is \"a5\";"

@@ -25,9 +25,10 @@ class DocumentErrorsTest {
     "<para/>|line 2, column 1: found <para> inside <document>; expected one of heading, paragraph",
     "text|line 1, column 1: <document> cannot hold the text \"text\"",
     "<heading/>|line 2, column 1: <heading> is empty",
-    "<heading level=`7`>x</heading>|line 2, column 10: level of <heading> is \"7\"; expected a whole"
-        + " number from 1 to 6",
-    "<heading id=`a b`>x</heading>|line 2, column 10: id of <heading> is \"a b\"; expected a letter",
+    "<heading level=`7`>x</heading>|line 2, column 10: level of <heading> is \"7\"; expected a"
+        + " whole number from 1 to 6",
+    "<heading id=`a b`>x</heading>|line 2, column 10: id of <heading> is \"a b\"; expected a"
+        + " letter",
     "<heading id=`a`>x</heading><heading id=`a`>y</heading>|line 2, column 37: another heading has"
         + " the id \"a\" too",
     "<heading colour=`a`>x</heading>|line 2, column 10: <heading> has no attribute \"colour\"",

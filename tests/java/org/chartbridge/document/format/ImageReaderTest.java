@@ -116,7 +116,8 @@ class ImageReaderTest {
   @ParameterizedTest
   @ValueSource(strings = {
     "<rect id=\"a\" width=\"5\" height=\"5\"/><use href=\"#a\"/>",
-    "<linearGradient id=\"a\"/><rect width=\"9\" height=\"9\" fill=\"url(#a)\" style=\"stroke:url('#a')\"/>",
+    "<linearGradient id=\"a\"/>"
+        + "<rect width=\"9\" height=\"9\" fill=\"url(#a)\" style=\"stroke:url('#a')\"/>",
     "<style>rect { fill: red }</style>",
   })
   void showsWhatIsWithinThePicture(String body) {

@@ -56,8 +56,9 @@ class HtmlWriterTest {
     for (String part : List.of(
         "<header>\n<h1>All &amp; more</h1>\n<p class=\"subtitle\">Everything there is</p>\n"
             + "<p class=\"byline\">Ann \u00B7 <time datetime=\"2024-02-29\">2024-02-29</time></p>",
-        "<nav class=\"contents\" aria-label=\"Overview\">\n<p class=\"contents-title\">Overview</p>\n"
-            + "<ul>\n<li><a href=\"#one\">First <em>part</em></a><ul>\n"
+        "<nav class=\"contents\" aria-label=\"Overview\">\n"
+            + "<p class=\"contents-title\">Overview</p>\n<ul>\n"
+            + "<li><a href=\"#one\">First <em>part</em></a><ul>\n"
             + "<li><a href=\"#two\">Second part</a></li></ul>\n</li></ul>\n</nav>",
         "<h2 id=\"one\">First <em>part</em></h2>",
         "<h3 id=\"two\">Second part</h3>",

@@ -58,7 +58,8 @@ class PdfWriterTest {
     for (String part : List.of("All & more\nEverything there is\nAnn · 2024-02-29", "Overview\n",
         "First part 1\n", "Second part 1\n", "Plain, slanted, bold and code <x>;\na way out and"
         + " one further down", "In the middle", "• bullet", "3 third", "4 fourth", "Figures",
-        "Name", "Left Right", "\na 1 5\n", "x, \"y\"\n", "Sales by region", "North", "\nSales\n", "setosa",
+        "Name", "Left Right", "\na 1 5\n", "x, \"y\"\n", "Sales by region", "North", "\nSales\n",
+        "setosa",
         "\nIris\n", "Third level", "The end", "All & more 1 / ", "All & more 2 / ")) {
       assertTrue(text.contains(part),
           part + "\n is not in\n" + text);
