@@ -63,16 +63,22 @@ final class NumberFormatJson {
   }
 
   private int quoted(int from) {
-    int end = pattern.indexOf('\'', from);
-    if (end == from) {
+    if (from < pattern.length() && pattern.charAt(from) == '\'') {
       side().append('\'');
       return from + 1;
     }
-    if (end < 0) {
-      end = pattern.length();
+    int i = from;
+    while (i < pattern.length()) {
+      if (pattern.charAt(i) == '\'') {
+        if (i + 1 >= pattern.length() || pattern.charAt(i + 1) != '\'') {
+          return i + 1;
+        }
+        i++;
+      }
+      side().append(pattern.charAt(i));
+      i++;
     }
-    side().append(pattern, from, end);
-    return end + 1;
+    return i;
   }
 
   private void literal(char c) {
