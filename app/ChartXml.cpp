@@ -8,6 +8,7 @@
 #include <array>
 #include <cctype>
 #include <cstdio>
+#include <optional>
 #include <pugixml.hpp>
 #include <sstream>
 
@@ -21,8 +22,8 @@ constexpr const char* kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::size_t kByteOrderMarkSize = 3;
 // The most that the Java classes read as one document.
 constexpr std::size_t kLargestDocument = std::size_t{16} << 20;
-// Stands for the data until the document is text. The data go in last, since only then does their
-// every carriage return survive.
+// Stands for the data until the document is text. They go in last, since the XML library would
+// write carriage returns as they are, and parsers take those for line ends.
 constexpr const char* kPlace = "chartbridge-data";
 
 std::size_t StartOfText(const std::string& text) {
@@ -110,6 +111,37 @@ std::string NameLike(const pugi::xml_node& root, const std::string& local) {
   return colon == std::string::npos ? local : name.substr(0, colon + 1) + local;
 }
 
+/// The document with the element in front of its last end tag, and every other byte as it was, so
+/// that what is said about its lines stays true. None when that is not to be done by bytes alone.
+std::optional<std::string> Inserted(const std::string& xml, const pugi::xml_document& document,
+                                    const std::string& name, const std::string& element) {
+  const pugi::xml_node root = document.document_element();
+  const std::string encoding = document.first_child().attribute("encoding").value();
+  const bool utf8 = encoding.empty() || strcasecmp(encoding.c_str(), "UTF-8") == 0;
+  const std::size_t end = xml.rfind(std::string("</") + root.name());
+  if (!utf8 || end == std::string::npos || root.child(name.c_str())) return std::nullopt;
+  std::string chart = xml;
+  chart.insert(end, element);
+  // What looked like the end tag may have been part of a comment.
+  pugi::xml_document check;
+  const bool sound = check.load_buffer(chart.data(), chart.size(), pugi::parse_default);
+  if (!sound || check.document_element().last_child().name() != name) return std::nullopt;
+  return chart;
+}
+
+/// The document written anew, with the element instead of any that was there.
+std::string Rewritten(pugi::xml_document& document, const std::string& name,
+                      const std::string& element, const std::string& xmlName) {
+  DeclareUtf8(document, xmlName);
+  pugi::xml_node root = document.document_element();
+  while (root.remove_child(name.c_str())) continue;
+  root.append_child(pugi::node_pcdata).set_value(kPlace);
+  std::ostringstream written;
+  document.save(written, "", pugi::format_raw | pugi::format_no_declaration, pugi::encoding_utf8);
+  std::string chart = written.str();
+  return chart.replace(chart.rfind(kPlace), std::string(kPlace).size(), element);
+}
+
 }  // namespace
 
 bool IsChartXml(const std::string& chart) {
@@ -131,18 +163,15 @@ std::string WithData(const std::string& xml, const std::string& xmlName, const s
   const std::string data = Escaped(csv, csvName);
   pugi::xml_document document;
   const unsigned int everything = pugi::parse_full | pugi::parse_ws_pcdata;
-  if (!document.load_buffer(xml.data(), xml.size(), everything)) return xml;
-  DeclareUtf8(document, xmlName);
-  pugi::xml_node root = document.document_element();
-  const std::string element = NameLike(root, "data");
-  while (root.remove_child(element.c_str())) continue;
-  root.append_child(element.c_str()).text().set(kPlace);
-
-  std::ostringstream written;
-  document.save(written, "", pugi::format_raw | pugi::format_no_declaration, pugi::encoding_utf8);
-  std::string chart = written.str();
+  const auto parsed = document.load_buffer(xml.data(), xml.size(), everything);
+  if (!parsed) return xml;
+  const std::string name = NameLike(document.document_element(), "data");
   // A line end in front, as the first record of a hand-written element has it too.
-  chart.replace(chart.rfind(kPlace), std::string(kPlace).size(), "\n" + data);
+  const std::string element = "<" + name + ">\n" + data + "</" + name + ">";
+  const auto inserted = parsed.encoding == pugi::encoding_utf8
+                            ? Inserted(xml, document, name, element)
+                            : std::nullopt;
+  const std::string chart = inserted ? *inserted : Rewritten(document, name, element, xmlName);
   if (chart.size() > kLargestDocument) {
     throw Failure(csvName +
                   ": is too large; a chart with its data may have 16 MiB as XML, and has " +

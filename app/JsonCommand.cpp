@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/JsonCommand.h"
 
+#include <filesystem>
+#include <utility>
 #include <vector>
 
 #include "app/ChartJsonOptions.h"
@@ -18,6 +20,10 @@ constexpr const char* kExamples =
     "  chartbridge json sales.gpl -d sales.csv -o sales.vl.json --interactive\n"
     "  chartbridge json quakes.gpl -d quakes.csv -o map.vl.json --interactive --geo coast.geojson\n"
     "  chartbridge json sales.gpl --template -o sales.template.vl.json";
+
+std::filesystem::path Normal(const std::string& path) {
+  return std::filesystem::absolute(path).lexically_normal();
+}
 
 }  // namespace
 
@@ -64,7 +70,7 @@ void JsonCommand::CheckDataFile(const OutputFile& chart) const {
   }
   const OutputFile data(_settings.dataFile, false);
   if (!data.IsReplaceable()) throw UsageError("--data-file must name a file");
-  if (data.Target() == chart.Target()) {
+  if (Normal(data.Target()) == Normal(chart.Target())) {
     throw UsageError("--data-file and -o name the same file");
   }
 }
