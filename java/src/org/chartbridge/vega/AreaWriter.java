@@ -21,7 +21,7 @@ final class AreaWriter extends ElementWriter {
   private String at;
   private String v0;
   private String v1;
-  /** The field of an area's own height, and that of its place where the height is not worked out. */
+  /** The field of an area's own height, and that of its place where the height is given. */
   private String height;
   private String known;
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 package org.chartbridge.vega;
 
+import com.fasterxml.jackson.databind.JsonNode;
 import com.fasterxml.jackson.databind.node.ObjectNode;
 import java.util.LinkedHashSet;
 import java.util.List;
@@ -87,7 +88,7 @@ final class AxisJson {
     return title.isBlank() ? null : title;
   }
 
-  private com.fasterxml.jackson.databind.JsonNode title() {
+  private JsonNode title() {
     return Json.node(titleText());
   }
 

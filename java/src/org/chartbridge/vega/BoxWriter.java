@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 package org.chartbridge.vega;
 
+import com.fasterxml.jackson.databind.JsonNode;
 import com.fasterxml.jackson.databind.node.ObjectNode;
 import java.util.ArrayList;
 import java.util.List;
@@ -193,7 +194,7 @@ final class BoxWriter extends ElementWriter {
     addCap(steps, median, 1, THICK);
   }
 
-  private com.fasterxml.jackson.databind.JsonNode width(double width) {
+  private JsonNode width(double width) {
     return Json.node(Json.pixels(width * context.look.factor()));
   }
 

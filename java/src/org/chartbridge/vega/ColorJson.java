@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 package org.chartbridge.vega;
 
+import com.fasterxml.jackson.databind.JsonNode;
 import com.fasterxml.jackson.databind.node.ArrayNode;
 import com.fasterxml.jackson.databind.node.ObjectNode;
 import java.util.ArrayList;
@@ -10,6 +11,8 @@ import java.util.List;
 import java.util.Map;
 import java.util.Set;
 import java.util.function.IntFunction;
+import org.chartbridge.chart.Aggregate;
+import org.chartbridge.chart.ColumnKind;
 import org.chartbridge.chart.ElementKind;
 import org.chartbridge.chart.LegendPosition;
 import org.chartbridge.data.Column;
@@ -160,7 +163,7 @@ final class ColorJson {
     return scale;
   }
 
-  private com.fasterxml.jackson.databind.JsonNode seriesLegend(
+  private JsonNode seriesLegend(
       ElementFacts element, String channel) {
     boolean first = explained.add(List.of("series", channel)) || !hasSeveralScales();
     if (!first) {
@@ -197,13 +200,13 @@ final class ColorJson {
   }
 
   /** The dashes of a group; a line without gaps is one long dash. */
-  com.fasterxml.jackson.databind.JsonNode dash(int index) {
+  JsonNode dash(int index) {
     List<Double> dash = look.dash(Math.max(0, index));
     return dash.isEmpty() ? Json.array(1, 0) : Json.array(dash);
   }
 
   private ObjectNode groups(ElementFacts element, Sums sums, String channel,
-      IntFunction<com.fasterxml.jackson.databind.JsonNode> value) {
+      IntFunction<JsonNode> value) {
     Discrete groups = context.discrete(element.colorColumn());
     ObjectNode node = Json.object("field", sums.color);
     node.put("type", groups.type());
@@ -223,7 +226,7 @@ final class ColorJson {
     return node;
   }
 
-  private com.fasterxml.jackson.databind.JsonNode groupLegend(
+  private JsonNode groupLegend(
       ElementFacts element, Discrete groups, String channel) {
     boolean needless = repeats(element) || context.fixedRows && groups.values().size() < 2;
     boolean first = explained.add(List.of(key(element), channel)) || !hasSeveralScales();
@@ -268,9 +271,9 @@ final class ColorJson {
 
   private static boolean isTime(ElementFacts element) {
     boolean count =
-        element.element().color().aggregate() == org.chartbridge.chart.Aggregate.COUNT;
+        element.element().color().aggregate() == Aggregate.COUNT;
     return !count && element.colorColumn() != null
-        && element.colorColumn().kind() == org.chartbridge.chart.ColumnKind.TIME;
+        && element.colorColumn().kind() == ColumnKind.TIME;
   }
 
   private ObjectNode gradient(String title) {

@@ -3,6 +3,9 @@ package org.chartbridge.vega;
 
 import com.fasterxml.jackson.databind.node.ObjectNode;
 import java.util.List;
+import org.chartbridge.chart.ColumnKind;
+import org.chartbridge.chart.ElementKind;
+import org.chartbridge.chart.ScaleKind;
 import org.chartbridge.data.Column;
 import org.chartbridge.draw.ElementFacts;
 
@@ -10,6 +13,7 @@ import org.chartbridge.draw.ElementFacts;
 abstract class ElementWriter {
   /** Labels stand this far from their marks, in pixels. */
   static final double LABEL_GAP = 3;
+  private static final double DAY = 86_400_000;
 
   final Context context;
   final ElementFacts element;
@@ -80,7 +84,7 @@ abstract class ElementWriter {
   void encodeBaseline(ObjectNode encoding) {
     AxisJson axis = measureAxis();
     ((ObjectNode) encoding.get(m())).set("stack", Json.node(null));
-    if (axis.kind() != org.chartbridge.chart.ScaleKind.LOG) {
+    if (axis.kind() != ScaleKind.LOG) {
       encoding.set(m() + "2", Json.object("datum", 0));
       return;
     }
@@ -144,19 +148,11 @@ abstract class ElementWriter {
    * @param share how much of the smallest distance between two positions the marks take together
    */
   void spread(String at, double share, Dodging.Part part, String from, String to) {
-    String before = context.fields.unique("before");
-    String gap = context.fields.unique("gap");
-    String unit = context.fields.unique("unit");
     String value = Expr.datum(at);
-    layer.addStep(Transforms.window(
-        List.of(lag(at, before)), null, 0, at, List.of()));
-    layer.addStep(Transforms.calculate("isValid(" + Expr.datum(before) + ") && " + value + " > "
-        + Expr.datum(before) + " ? " + value + " - " + Expr.datum(before) + " : null", gap));
-    layer.addStep(Transforms.joinAggregate(
-        List.of(Transforms.operation("min", gap, unit)), List.of()));
-    double alone = isTime(element.positionColumn()) && positionAxis().kind()
-        == org.chartbridge.chart.ScaleKind.TIME
-        && element.element().kind() == org.chartbridge.chart.ElementKind.BAR ? 86_400_000 : 1;
+    String unit = addSmallestGap(at);
+    boolean days = element.element().kind() == ElementKind.BAR
+        && positionAxis().kind() == ScaleKind.TIME && isTime(element.positionColumn());
+    double alone = days ? DAY : 1;
     String room = "(isValid(" + Expr.datum(unit) + ") ? " + Expr.datum(unit) + " : "
         + Expr.number(alone) + ") * " + Expr.number(share);
     layer.addSteps(part.steps());
@@ -166,12 +162,26 @@ abstract class ElementWriter {
         Transforms.calculate(Expr.datum(from) + " + " + room + " * " + part.width(), to));
   }
 
+  /** Adds a field with the smallest distance between two values of a field; null when alone. */
+  String addSmallestGap(String field) {
+    String before = context.fields.unique("before");
+    String gap = context.fields.unique("gap");
+    String unit = context.fields.unique("unit");
+    String value = Expr.datum(field);
+    layer.addStep(Transforms.window(List.of(lag(field, before)), null, 0, field, List.of()));
+    layer.addStep(Transforms.calculate("isValid(" + Expr.datum(before) + ") && " + value + " > "
+        + Expr.datum(before) + " ? " + value + " - " + Expr.datum(before) + " : null", gap));
+    layer.addStep(Transforms.joinAggregate(
+        List.of(Transforms.operation("min", gap, unit)), List.of()));
+    return unit;
+  }
+
   private static ObjectNode lag(String field, String as) {
     ObjectNode operation = Transforms.operation("lag", field, as);
     return Json.set(operation, "param", 1);
   }
 
   private static boolean isTime(Column column) {
-    return column != null && column.kind() == org.chartbridge.chart.ColumnKind.TIME;
+    return column != null && column.kind() == ColumnKind.TIME;
   }
 }

@@ -39,8 +39,8 @@ final class HeatmapWriter extends ElementWriter {
       if (!axis.isCategory()) {
         from = context.fields.unique(axis.name() + " from");
         to = context.fields.unique(axis.name() + " to");
-        binned = context.knownRows ? cells.bins() != null
-                                   : Sums.isAggregate(element.element().color());
+        boolean sums = Sums.isAggregate(element.element().color());
+        binned = context.knownRows ? cells.bins() != null : sums;
         bin();
       }
     }
@@ -51,8 +51,9 @@ final class HeatmapWriter extends ElementWriter {
       }
       key = from;
       String value = context.fields.of(column);
-      before.addAll(context.knownRows ? BinSteps.of(cells.bins(), value, from, to)
-                                      : BinSteps.open(context.fields, value, TEMPLATE_BINS, from, to));
+      before.addAll(context.knownRows
+          ? BinSteps.of(cells.bins(), value, from, to)
+          : BinSteps.open(context.fields, value, TEMPLATE_BINS, from, to));
     }
 
     List<String> more() {
@@ -65,7 +66,7 @@ final class HeatmapWriter extends ElementWriter {
         return;
       }
       if (!context.knownRows) {
-        spread(field, horizontal);
+        spread(field);
         return;
       }
       String value = "+" + Expr.datum(field);
@@ -81,19 +82,9 @@ final class HeatmapWriter extends ElementWriter {
       layer.addStep(Transforms.calculate(Expr.list(column(edges, 2)) + index, to));
     }
 
-    private void spread(String field, boolean lies) {
-      String before = context.fields.unique("before");
-      String gap = context.fields.unique("gap");
-      String unit = context.fields.unique("unit");
-      ObjectNode lag = Transforms.operation("lag", field, before);
-      lag.put("param", 1);
-      layer.addStep(Transforms.window(List.of(lag), null, 0, field, List.of()));
+    private void spread(String field) {
       String value = Expr.datum(field);
-      layer.addStep(Transforms.calculate("isValid(" + Expr.datum(before) + ") && " + value
-          + " > " + Expr.datum(before) + " ? " + value + " - " + Expr.datum(before) + " : null",
-          gap));
-      layer.addStep(Transforms.joinAggregate(
-          List.of(Transforms.operation("min", gap, unit)), List.of()));
+      String unit = addSmallestGap(field);
       String half = "(isValid(" + Expr.datum(unit) + ") ? " + Expr.datum(unit) + " : 1) / 2";
       layer.addStep(Transforms.calculate("+" + value + " - " + half, from));
       layer.addStep(Transforms.calculate("+" + value + " + " + half, to));

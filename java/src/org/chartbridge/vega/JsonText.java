@@ -14,7 +14,7 @@ import java.nio.charset.StandardCharsets;
 import java.nio.charset.UnsupportedCharsetException;
 import org.chartbridge.chart.ChartException;
 
-/** Writes JSON in a charset. Characters that do not fit it are written as {@code \\u} and digits. */
+/** Writes JSON in a charset. Characters that do not fit it are escaped. */
 public final class JsonText {
   private static final ObjectMapper JSON = new ObjectMapper();
 

@@ -11,6 +11,7 @@ import com.fasterxml.jackson.databind.json.JsonMapper;
 import com.fasterxml.jackson.databind.node.ObjectNode;
 import java.util.Iterator;
 import java.util.List;
+import java.util.Locale;
 import java.util.regex.Pattern;
 import org.chartbridge.chart.ChartException;
 import org.chartbridge.chart.Suggestions;
@@ -50,11 +51,12 @@ public final class OptionsReader {
     }
     checkKeys("", options, KEYS);
     InteractiveOptions base = InteractiveOptions.DEFAULT;
-    String selection = choice("", options, "selection", "point", List.of("point", "interval", "none"));
+    String selection =
+        choice("", options, "selection", "point", List.of("point", "interval", "none"));
     String data = choice("", options, "data", "separate", List.of("separate", "inline"));
     return new InteractiveOptions(flag(options, "tooltips", base.tooltips()),
         flag(options, "zoom", base.zoom()),
-        Selection.valueOf(selection.toUpperCase(java.util.Locale.ROOT)),
+        Selection.valueOf(selection.toUpperCase(Locale.ROOT)),
         data.equals("separate"), map(options.get("map")));
   }
 

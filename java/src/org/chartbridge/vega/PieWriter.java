@@ -2,6 +2,7 @@
 package org.chartbridge.vega;
 
 import com.fasterxml.jackson.databind.node.ObjectNode;
+import java.util.ArrayList;
 import java.util.List;
 import org.chartbridge.chart.LegendPosition;
 import org.chartbridge.draw.ElementFacts;
@@ -132,7 +133,7 @@ final class PieWriter extends ElementWriter {
     if (!context.fixedRows) {
       return;
     }
-    List<Object> dark = new java.util.ArrayList<>();
+    List<Object> dark = new ArrayList<>();
     for (int i = 0; i < slices.values().size(); i++) {
       if (Look.contrast(context.look.color(i)).equals("#ffffff")) {
         dark.add(i);

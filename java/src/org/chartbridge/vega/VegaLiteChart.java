@@ -88,8 +88,8 @@ public final class VegaLiteChart {
       return new Table(List.of(), 0);
     }
     if (chart.data() == null) {
-      throw new ChartException("The chart has no data of its own, which chart JSON shows; give it a "
-          + "<data> element with CSV, or export it as a template.");
+      throw new ChartException("The chart has no data of its own, which chart JSON shows; give it "
+          + "a <data> element with CSV, or export it as a template.");
     }
     return CsvReader.read(ByteBuffer.wrap(chart.data().getBytes(StandardCharsets.UTF_8)), chart);
   }

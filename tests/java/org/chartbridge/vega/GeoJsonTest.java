@@ -67,7 +67,8 @@ class GeoJsonTest {
         + "{'type':'Point','coordinates':[7,8]}},"
         + "{'type':'Feature','properties':null,'geometry':null}]}");
     assertEquals(1, document.features().size());
-    assertEquals("{\"name\":\"A\",\"n\":3}", document.features().get(0).get("properties").toString());
+    assertEquals("{\"name\":\"A\",\"n\":3}",
+        document.features().get(0).get("properties").toString());
   }
 
   @Test

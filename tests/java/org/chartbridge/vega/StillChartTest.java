@@ -118,7 +118,8 @@ class StillChartTest {
 
   @Test
   void overlaidBarsStandInOrderOfTheirSize() {
-    JsonNode encoding = encoding(still("draw overlaid bar: x region, y sum of sales, color product"), 0);
+    JsonNode encoding =
+        encoding(still("draw overlaid bar: x region, y sum of sales, color product"), 0);
     assertEquals("descending", encoding.at("/order/sort").asText());
     assertFalse(encoding.has("xOffset"));
   }
@@ -219,7 +220,8 @@ class StillChartTest {
   void ownBinsAreRowsOfTheirOwn() {
     JsonNode chart = still("""
         <chart xmlns="urn:chartbridge:chart:2"><elements>
-        <histogram fill="#ff0000"><bin from="0" to="5" value="12"/><bin from="5" to="7.5" value="3"/>
+        <histogram fill="#ff0000">
+        <bin from="0" to="5" value="12"/><bin from="5" to="7.5" value="3"/>
         </histogram></elements></chart>""", null);
     assertEquals("{\"bin from\":5,\"bin to\":7.5,\"bin value\":3}",
         chart.at("/layer/0/data/values/1").toString());
