@@ -30,9 +30,9 @@ struct DoctorFinding {
   std::string detail;
   /// The class with dots, and the name and JNI signature of the method, of a finding about the
   /// contract. Empty otherwise, the latter two also in a finding about a class.
-  std::string className = "";
-  std::string method = "";
-  std::string signature = "";
+  std::string className{};
+  std::string method{};
+  std::string signature{};
 };
 
 }  // namespace chartbridge

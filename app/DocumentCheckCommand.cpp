@@ -52,7 +52,7 @@ void DocumentCheckCommand::Run() {
 
 std::string DocumentCheckCommand::Findings(DocumentSession& session) const {
   const nlohmann::json request = {{"document", session.Name()}, {"to", "check"}};
-  const std::string findings =
+  std::string findings =
       session.Export(request.dump(-1, ' ', true, nlohmann::json::error_handler_t::replace));
   // The first export of an exporter also looks good when Java threw something.
   if (findings.empty() && session.HasNewRecords()) session.FailWithReason();

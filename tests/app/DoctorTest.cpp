@@ -337,6 +337,23 @@ TEST_F(DoctorTest, FontsAreMissing) {
   EXPECT_THAT(LinesOf(result.output), Contains(StartsWith("FAILED  font SansSerif: ")));
 }
 
+TEST_F(DoctorTest, TheJvmsOwnCheckOfJniCallsHasNoComplaint) {
+  std::string source = StubSource(kChartImager);
+  source.replace(source.find("ChartImager() {}"), 16, "ChartImager(int size) {}");
+  stubs.Compile({{kChartImager, source},
+                 {kConverter,
+                  "package com.tesk.vizconverter;\npublic class VizConverter {\n"
+                  "  VizConverter() { throw new IllegalStateException(); }\n"
+                  "  static byte[] ConvertGPL(byte[] gpl) { return gpl; }\n}\n"},
+                 {kApplyTemplate, StubSource(kApplyTemplate)},
+                 {kTreeEditor,
+                  "package com.tesk.treemodeleditor;\npublic class TreeEditor {\n"
+                  "  static final int ONE = Integer.parseInt(\"one\");\n}\n"}});
+  const RunResult result = Examine({"--no-guard"}, {"", {{"TESK_JVM_OPTIONS", "-Xcheck:jni"}}, ""});
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_EQ(result.errors, kUnsound);
+}
+
 TEST_F(DoctorTest, QuietLeavesOutWhatIsOk) {
   stubs.Compile({{kConverter, StubSource(kConverter)}});
   const RunResult all = Examine();
