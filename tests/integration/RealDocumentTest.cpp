@@ -108,6 +108,7 @@ TEST_F(RealDocument, BecomesEveryTarget) {
     const char* start;
   } targets[] = {{".html", "<!DOCTYPE html>"},
                  {".pdf", "%PDF-"},
+                 {".odt", "PK\x03\x04"},
                  {".csv", "Month,Ozone (ppb),"},
                  {".txt", "====="}};
   for (const auto& target : targets) {

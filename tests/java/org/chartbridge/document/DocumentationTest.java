@@ -36,7 +36,7 @@ class DocumentationTest {
   }
 
   @ParameterizedTest
-  @ValueSource(strings = {"html", "pdf", "csv", "txt"})
+  @ValueSource(strings = {"html", "pdf", "odt", "csv", "txt"})
   void exportsTheExample(String ending) throws IOException {
     Path file = folder.resolve("example." + ending);
     Documents.export(block("xml"), file, "");

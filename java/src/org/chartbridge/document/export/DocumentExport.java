@@ -16,6 +16,7 @@ import org.chartbridge.document.html.HtmlWriter;
 import org.chartbridge.document.model.Block;
 import org.chartbridge.document.model.Document;
 import org.chartbridge.document.model.Figure;
+import org.chartbridge.document.odt.OdtWriter;
 import org.chartbridge.document.pdf.PdfWriter;
 import org.chartbridge.document.text.CsvTables;
 import org.chartbridge.document.text.TextWriter;
@@ -65,6 +66,7 @@ public final class DocumentExport {
     return switch (target) {
       case HTML -> new HtmlWriter();
       case PDF -> new PdfWriter();
+      case ODT -> new OdtWriter();
       case CSV -> new CsvTables();
       case TEXT -> new TextWriter();
       default -> throw new IllegalArgumentException(target.name());

@@ -9,6 +9,7 @@ import java.util.Locale;
 public enum Target {
   HTML("html", ".html", ".htm"),
   PDF("pdf", ".pdf"),
+  ODT("odt", ".odt"),
   CSV("csv", ".csv"),
   TEXT("text", ".txt", ".text"),
   /** No file: only whether everything in the document can be exported. */

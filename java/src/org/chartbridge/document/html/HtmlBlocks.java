@@ -8,6 +8,7 @@ import java.util.List;
 import java.util.Locale;
 import org.chartbridge.chart.Words;
 import org.chartbridge.document.export.ExportSettings;
+import org.chartbridge.document.export.Markup;
 import org.chartbridge.document.figure.FigureSize;
 import org.chartbridge.document.figure.Illustration;
 import org.chartbridge.document.model.Alignment;

@@ -7,6 +7,7 @@ import java.io.OutputStream;
 import java.nio.charset.StandardCharsets;
 import org.chartbridge.document.export.DocumentWriter;
 import org.chartbridge.document.export.ExportSettings;
+import org.chartbridge.document.export.Markup;
 import org.chartbridge.document.model.Document;
 import org.chartbridge.document.model.Metadata;
 import org.chartbridge.document.model.Paper;

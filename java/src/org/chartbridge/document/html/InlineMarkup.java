@@ -2,6 +2,7 @@
 package org.chartbridge.document.html;
 
 import java.util.List;
+import org.chartbridge.document.export.Markup;
 import org.chartbridge.document.model.Inline;
 import org.chartbridge.document.model.InlineVisitor;
 import org.chartbridge.document.model.TextStyle;

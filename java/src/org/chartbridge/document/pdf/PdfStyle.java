@@ -5,7 +5,6 @@ import java.util.Locale;
 
 /** Fonts, sizes and colours of pages; lengths in points. */
 final class PdfStyle {
-  static final String FAMILY = "Liberation Sans";
   static final String FAMILIES = "Liberation Sans,DejaVu Sans";
   static final String CODE_FAMILIES = "Liberation Mono,DejaVu Sans Mono";
   static final String TEXT = "#1f1f1f";
@@ -17,8 +16,6 @@ final class PdfStyle {
   /** Together where it is possible; what is longer than a page is split nevertheless. */
   static final String KEEP = "5";
   static final double SIZE = 10;
-  static final double TABLE_SIZE = 9;
-  static final double CELL_PADDING = 5;
 
   private static final double[] HEADINGS = {15, 12.5, 11, 10, 10, 10};
   private static final double POINTS_PER_PIXEL = 0.75;
@@ -35,9 +32,5 @@ final class PdfStyle {
 
   static String pixels(double length) {
     return points(length * POINTS_PER_PIXEL);
-  }
-
-  static double pointsOfPixels(double length) {
-    return length * POINTS_PER_PIXEL;
   }
 }

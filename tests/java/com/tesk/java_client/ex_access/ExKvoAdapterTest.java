@@ -195,7 +195,7 @@ class ExKvoAdapterTest {
   }
 
   @ParameterizedTest
-  @ValueSource(strings = {"html", "pdf", "text", "csv"})
+  @ValueSource(strings = {"html", "pdf", "odt", "text", "csv"})
   void exportsTheExample(String target) throws IOException {
     Path file = folder.resolve("out." + target);
     assertNull(adapter.exportOutput("{\"input\":\"" + Documents.EXAMPLE + "\",\"to\":\"" + target
@@ -246,7 +246,7 @@ class ExKvoAdapterTest {
   }
 
   @ParameterizedTest
-  @ValueSource(strings = {"html", "pdf", "text"})
+  @ValueSource(strings = {"html", "pdf", "odt", "text"})
   void leavesWhatIsThereWhenAnExportFails(String target) throws IOException {
     Path file = folder.resolve("out");
     Files.writeString(file, "before");

@@ -35,7 +35,8 @@ class RequestReaderTest {
   }
 
   @ParameterizedTest
-  @CsvSource({"a.html,HTML", "a.htm,HTML", "a.pdf,PDF", "a.csv,CSV", "a.txt,TEXT", "b.text,TEXT"})
+  @CsvSource({"a.html,HTML", "a.htm,HTML", "a.pdf,PDF", "a.odt,ODT", "a.csv,CSV", "a.txt,TEXT",
+    "b.text,TEXT"})
   void knowsTargetsByTheirEndings(String output, Target target) {
     assertEquals(target, RequestReader.read("{\"output\":\"" + output + "\"}").to());
   }

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-package org.chartbridge.document.html;
+package org.chartbridge.document.export;
 
 /** Text with tags, escaped. What comes out is well-formed XML too. */
-final class Markup {
+public final class Markup {
   private final StringBuilder out = new StringBuilder(1 << 14);
 
   /**
@@ -10,14 +10,14 @@ final class Markup {
    *
    * @param attributes names and values in turn; a null value leaves the attribute out
    */
-  Markup open(String name, String... attributes) {
+  public Markup open(String name, String... attributes) {
     tag(name, attributes);
     out.append('>');
     return this;
   }
 
   /** A tag of an element that has no content. */
-  Markup empty(String name, String... attributes) {
+  public Markup empty(String name, String... attributes) {
     tag(name, attributes);
     out.append("/>");
     return this;
@@ -34,28 +34,28 @@ final class Markup {
     }
   }
 
-  Markup close(String name) {
+  public Markup close(String name) {
     out.append("</").append(name).append('>');
     return this;
   }
 
-  Markup text(String text) {
+  public Markup text(String text) {
     escape(text);
     return this;
   }
 
   /** An element with text only. */
-  Markup element(String name, String text, String... attributes) {
+  public Markup element(String name, String text, String... attributes) {
     return open(name, attributes).text(text).close(name);
   }
 
-  Markup line() {
+  public Markup line() {
     out.append('\n');
     return this;
   }
 
   /** What is markup already. */
-  Markup raw(String markup) {
+  public Markup raw(String markup) {
     out.append(markup);
     return this;
   }
