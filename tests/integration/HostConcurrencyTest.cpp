@@ -10,6 +10,7 @@
 #include "host/DebugOutput.h"
 #include "host/JvmSettings.h"
 #include "platform/ChartBase.h"
+#include "platform/ChartTransformer.h"
 #include "platform/CriticalSection.h"
 #include "platform/TeskJVM.h"
 
@@ -54,6 +55,28 @@ TEST(DebugOutput, TakesOneTextAtATime) {
   });
   SetDebugOutput(nullptr);
   EXPECT_EQ(all.size(), std::size_t{2} * kThreads * kRounds);
+}
+
+// Java threads come in without a lock.
+TEST(ChartTransformer, SharesNothing) {
+  std::atomic<int> wrong{0};
+  OnManyThreads([&wrong] {
+    for (int i = 0; i < kRounds / 10; ++i) {
+      const std::string number = std::to_string(i);
+      ChartTransformer chart("<chart xmlns=\"urn:chartbridge:chart:2\" width=\"" + number + "\"/>");
+      chart.applyTemplate("<template xmlns=\"urn:chartbridge:template:1\"><titles title=\"" +
+                          number +
+                          "\"/><axes><x min=\"0.5\" max=\"2024-01-31\"/></axes></template>");
+      wrong += chart.getEntireXML(ChartBase::_utf8) ==
+                       "<?xml version=\"1.0\" encoding=\"UTF-8\"?>"
+                       "<chart xmlns=\"urn:chartbridge:chart:2\" width=\"" +
+                           number + "\"><titles title=\"" + number +
+                           "\"/><axes><x min=\"0.5\" max=\"2024-01-31\"/></axes></chart>"
+                   ? 0
+                   : 1;
+    }
+  });
+  EXPECT_EQ(wrong, 0);
 }
 
 TEST(JvmSettings, AreReadAndWrittenAsAWhole) {
