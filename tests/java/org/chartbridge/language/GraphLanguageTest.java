@@ -249,7 +249,7 @@ class GraphLanguageTest {
     RandomCharts charts = new RandomCharts(11);
     for (int i = 0; i < 1_000; i++) {
       Chart chart = charts.next();
-      String text = GraphText.of(chart, separator);
+      String text = GraphLanguageWriter.of(chart, separator);
       assertEquals(chart, assertReads(text), text);
     }
   }

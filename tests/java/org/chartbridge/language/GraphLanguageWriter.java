@@ -21,17 +21,17 @@ import org.chartbridge.chart.Words;
  * Writes charts in the graph language, to see that the language can say everything that the model
  * holds.
  */
-final class GraphText {
+final class GraphLanguageWriter {
   private final StringBuilder out = new StringBuilder();
   private final String separator;
 
-  private GraphText(String separator) {
+  private GraphLanguageWriter(String separator) {
     this.separator = separator;
   }
 
   /** @param separator between clauses: a comma, or a line break and spaces, or both */
   static String of(Chart chart, String separator) {
-    GraphText text = new GraphText(separator);
+    GraphLanguageWriter text = new GraphLanguageWriter(separator);
     text.chart(chart);
     return text.out.toString();
   }
@@ -74,7 +74,7 @@ final class GraphText {
     }
     if (!column.order().isEmpty()) {
       kind.append(' ').append(
-          String.join(" < ", column.order().stream().map(GraphText::quoted).toList()));
+          String.join(" < ", column.order().stream().map(GraphLanguageWriter::quoted).toList()));
     }
     List<String> clauses = new ArrayList<>(List.of(kind.toString()));
     if (column.label() != null) {
