@@ -128,6 +128,19 @@ class TextWriterTest {
   }
 
   @Test
+  void makesRoomForCellsOverSeveralRows() throws IOException {
+    assertEquals("""
+        +---+---+
+        | 1 | a |
+        | 2 +---+
+        | 3 | b |
+        | 4 |   |
+        +---+---+
+        """, text(Documents.xml("<table><row><cell rowspan=\"2\">1<break/>2<break/>3<break/>4"
+            + "</cell><cell>a</cell></row><row><cell>b</cell></row></table>")));
+  }
+
+  @Test
   void drawsNoLinesBetweenSimpleRows() throws IOException {
     assertEquals("""
         +---+---+
