@@ -4,8 +4,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <nlohmann/json.hpp>
-#include <regex>
 #include <string>
 #include <vector>
 
@@ -155,6 +155,21 @@ TEST_F(ViewTest, FailuresAreThoseOfTheChart) {
   EXPECT_EQ(nowhere.errors,
             "chartbridge: none/page.html: cannot write there: the folder none does not exist\n");
   EXPECT_EQ(folder.Run({"view", "sales.gpl"}).exitCode, 2);
+}
+
+TEST_F(ViewTest, SaysSoWhereTheScriptsAreMissing) {
+  // The command looks for them from where it lies.
+  std::filesystem::create_directories(folder.File("somewhere/bin"));
+  std::filesystem::copy_file(CHARTBRIDGE_COMMAND, folder.File("somewhere/bin/chartbridge"));
+  RunSettings settings;
+  settings.folder = folder.Path();
+  const RunResult result = RunProgram({folder.File("somewhere/bin/chartbridge"), "view",
+                                       "sales.gpl", "-d", "sales.csv", "-o", "page.html"},
+                                      settings);
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_THAT(result.errors,
+              StartsWith("chartbridge: view: the scripts of interactive pages are not installed"));
+  EXPECT_THAT(folder.NewNames(), ElementsAre("somewhere"));
 }
 
 TEST_F(ViewTest, DataCannotBeElsewhere) {

@@ -89,6 +89,14 @@ for file in "$work/moved/bin/chartbridge" "${libraries[@]}"; do
   ! ldd "$file" | grep -F "$build_dir" || fail "$file needs the build folder"
 done
 
+if [[ -e "$build_dir/viewer/page.html" ]]; then
+  echo "-- a page"
+  "$work/moved/bin/chartbridge" view "$source_dir/examples/charts/titanic.gpl" \
+    --data "$source_dir/examples/data/titanic.csv" -o "$work/page.html"
+  grep -q '<script id="chart-json"' "$work/page.html" || fail "the page has no chart"
+  [[ -s "$work/moved/share/chartbridge/viewer/LICENSES.txt" ]] || fail "no licences of the viewer"
+fi
+
 echo "-- a host"
 {
   "$cmake" -S "$source_dir/examples/host" -B "$work/host" -G Ninja \
