@@ -90,15 +90,30 @@ HistogramBins EmptyBins(double first, double count, const RoundWidth& width) {
   return bins;
 }
 
-HistogramBins BinsOfCount(double lowest, double highest, int count) {
-  const double range = highest - lowest;
-  for (const RoundWidth& width : WidthsFrom(range / count, kFineSteps)) {
-    const double first = FloorOf(lowest, width);
-    if (CountFrom(first, highest, width) <= count) return EmptyBins(first, count, width);
+/// One bin whose start is a multiple of a tenth of its width: a multiple of its width could not lie
+/// below zero with the end above.
+HistogramBins OneBin(double lowest, double highest) {
+  constexpr double kTenths = 10;
+  HistogramBins bins{{lowest, highest}, {0}};
+  for (const RoundWidth& width : WidthsFrom(highest - lowest, kFineSteps)) {
+    const RoundWidth tenth{width.digits, width.exponent - 1};
+    const double first = FloorOf(lowest, tenth);
+    if (CountFrom(first, highest, tenth) > kTenths) continue;
+    bins.edges = {tenth.Multiple(first), tenth.Multiple(first + kTenths)};
+    break;
   }
-  // Ten times the width covers any range from any round start.
-  const RoundWidth widest = WidthsFrom(range / count * 10, kFineSteps).front();
-  return EmptyBins(FloorOf(lowest, widest), count, widest);
+  return bins;
+}
+
+HistogramBins BinsOfCount(double lowest, double highest, int count) {
+  if (count == 1) return OneBin(lowest, highest);
+  const std::vector<RoundWidth> widths = WidthsFrom((highest - lowest) / count, kFineSteps);
+  const auto fits = [&](const RoundWidth& width) {
+    return CountFrom(FloorOf(lowest, width), highest, width) <= count;
+  };
+  // Twice the narrowest width always fits, and the widths go far beyond that.
+  const RoundWidth width = *std::find_if(widths.begin(), widths.end() - 1, fits);
+  return EmptyBins(FloorOf(lowest, width), count, width);
 }
 
 HistogramBins EmptyBins(const std::vector<double>& sorted, std::optional<int> count) {

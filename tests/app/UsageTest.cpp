@@ -30,8 +30,15 @@ TEST(UsageTest, SaysItsVersion) {
 }
 
 TEST(UsageTest, HelpIsEverywhereAndHasExamples) {
-  const std::vector<std::vector<std::string>> commands = {
-      {}, {"render"}, {"convert"}, {"convert", "gpl"}, {"convert", "upgrade"}};
+  const std::vector<std::vector<std::string>> commands = {{},
+                                                          {"render"},
+                                                          {"convert"},
+                                                          {"convert", "gpl"},
+                                                          {"convert", "upgrade"},
+                                                          {"convert", "image"},
+                                                          {"convert", "style"},
+                                                          {"convert", "template"},
+                                                          {"histogram"}};
   for (std::vector<std::string> arguments : commands) {
     arguments.push_back("--help");
     const RunResult result = RunCommand(arguments);
