@@ -3,7 +3,7 @@ package org.chartbridge.format;
 
 import org.chartbridge.chart.ChartException;
 import org.chartbridge.language.GraphLanguage;
-import org.chartbridge.language.GraphText;
+import org.chartbridge.language.GraphReading;
 
 /** Turns the graph language into chart XML. */
 public final class GraphConversion {
@@ -19,7 +19,7 @@ public final class GraphConversion {
    * @throws ChartException when there are mistakes in the text
    */
   public static byte[] toXml(byte[] source) {
-    GraphText text = GraphLanguage.parse(source);
+    GraphReading text = GraphLanguage.parse(source);
     return new ChartWriter(text.said()::contains).document(text.chart());
   }
 }

@@ -25,7 +25,7 @@ public final class GraphLanguage {
   }
 
   /** Reads a chart as {@link #read} does, together with what the text says. */
-  public static GraphText parse(byte[] source) {
+  public static GraphReading parse(byte[] source) {
     if (source.length > MAX_BYTES) {
       throw new ChartException("the chart has " + source.length + " bytes; at most "
           + MAX_BYTES + " are accepted");

@@ -56,7 +56,7 @@ final class GraphParser {
     this.statements = new Clauses(cursor);
   }
 
-  GraphText parse() {
+  GraphReading parse() {
     while (cursor.peek().kind() != TokenKind.END && problems.size() < MAX_PROBLEMS) {
       readStatement();
     }
@@ -73,7 +73,7 @@ final class GraphParser {
           (position, message) -> lines.add(ChartException.oneLine(position + ": " + message)));
       throw new GraphLanguageException(lines, problems.size() < MAX_PROBLEMS);
     }
-    return new GraphText(chart, places.paths());
+    return new GraphReading(chart, places.paths());
   }
 
   private void readStatement() {

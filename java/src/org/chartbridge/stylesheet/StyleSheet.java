@@ -14,8 +14,7 @@ import javax.xml.transform.TransformerFactory;
 import javax.xml.transform.stream.StreamResult;
 import org.chartbridge.chart.ChartException;
 import org.chartbridge.format.ChartSource;
-import org.chartbridge.format.ChartWriter;
-import org.chartbridge.language.GraphLanguage;
+import org.chartbridge.format.GraphConversion;
 import org.chartbridge.xml.SafeXml;
 import org.chartbridge.xml.XmlElement;
 
@@ -59,7 +58,7 @@ public final class StyleSheet {
       return document;
     }
     try {
-      return ChartWriter.write(GraphLanguage.read(document));
+      return GraphConversion.toXml(document);
     } catch (ChartException e) {
       throw new ChartException("The document: " + e.getMessage(), e);
     }

@@ -11,8 +11,8 @@ import org.chartbridge.chart.Chart;
  * @param said the paths of everything that the text gives a value, such as {@code
  *     elements[0].opacity}, also when it would hold anyway
  */
-public record GraphText(Chart chart, Set<String> said) {
-  public GraphText {
+public record GraphReading(Chart chart, Set<String> said) {
+  public GraphReading {
     said = Set.copyOf(said);
   }
 }
