@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 package org.chartbridge.vega;
 
-import com.fasterxml.jackson.databind.JsonNode;
 import com.fasterxml.jackson.databind.node.ObjectNode;
 import java.util.LinkedHashSet;
 import java.util.List;
@@ -17,13 +16,12 @@ import org.chartbridge.data.Column;
 import org.chartbridge.draw.ElementFacts;
 import org.chartbridge.draw.Look;
 
-/** Writes the encodings of one axis: its scale, its guide, and the fields that stand along it. */
+/** Writes the encodings of one axis: its scale, and the fields that stand along it. */
 final class AxisJson {
   private static final double GROUPED_BARS = 0.8;
   private static final double SINGLE_BARS = 0.7;
   private static final double GROUPED_BOXES = 0.75;
   private static final double SINGLE_BOXES = 0.55;
-  private static final double SLANT = 1.9;
 
   private final Context context;
   private final boolean horizontal;
@@ -43,6 +41,15 @@ final class AxisJson {
 
   String name() {
     return horizontal ? "x" : "y";
+  }
+
+  boolean isHorizontal() {
+    return horizontal;
+  }
+
+  /** What the chart says about it. */
+  Axis axis() {
+    return axis;
   }
 
   ScaleKind kind() {
@@ -66,7 +73,8 @@ final class AxisJson {
     return horizontal ? element.x() : element.y();
   }
 
-  private Column column(ElementFacts element) {
+  /** The column that an element shows along this axis; null for none. */
+  Column column(ElementFacts element) {
     return horizontal ? element.xColumn() : element.yColumn();
   }
 
@@ -77,19 +85,9 @@ final class AxisJson {
     if (isCategory() && column != null && !context.fixedRows) {
       context.discrete(column).sort(node);
     }
-    node.set("title", title());
     node.set("scale", scale());
-    node.set("axis", guide());
+    node.set("axis", new GuideJson(context, this).json());
     return node;
-  }
-
-  private Object titleText() {
-    String title = context.facts.axisTitle(horizontal);
-    return title.isBlank() ? null : title;
-  }
-
-  private JsonNode title() {
-    return Json.node(titleText());
   }
 
   private String type(Column column) {
@@ -151,7 +149,8 @@ final class AxisJson {
     scale.set("paddingOuter", Json.node(Json.pixels(free) / 2));
   }
 
-  private Set<Object> categories() {
+  /** The categories along this axis, in the order to show them. */
+  Set<Object> categories() {
     Set<Object> values = new LinkedHashSet<>();
     ColumnKind found = null;
     for (ElementFacts element : elements) {
@@ -229,118 +228,6 @@ final class AxisJson {
     };
   }
 
-  private ObjectNode guide() {
-    ObjectNode guide = Json.object();
-    guide.set("title", title());
-    guide.put("grid", axis.grid() && look.gridWidth() > 0 && !isCategory());
-    boolean lies = elements.stream().anyMatch(ElementFacts::horizontal);
-    boolean cells = elements.stream().allMatch(
-        element -> element.element().kind() == ElementKind.HEATMAP);
-    guide.put("domain", (horizontal ? !lies && !cells : lies) && !context.crossesZero(!horizontal));
-    if (elements.stream().anyMatch(this::growsAlong)) {
-      guide.set("gridColor", zeroLine());
-    }
-    if (isCategory()) {
-      categoryTexts(guide);
-    } else {
-      texts(guide);
-    }
-    return guide;
-  }
-
-  /** The line at zero stands out, since marks grow from there. */
-  private ObjectNode zeroLine() {
-    ObjectNode condition = Json.object("test", "datum.value === 0");
-    condition.put("value", look.axisColor());
-    return Json.set(Json.object("condition", condition), "value", look.gridColor());
-  }
-
-  private void categoryTexts(ObjectNode guide) {
-    String text = null;
-    for (ElementFacts element : elements) {
-      if (column(element) != null && text == null) {
-        text = context.discrete(column(element)).labelExpression();
-      }
-    }
-    if (text != null) {
-      guide.put("labelExpr", text);
-    }
-    if (horizontal) {
-      guide.put("labelAngle", angle());
-    }
-    guide.put("labelLimit", 200);
-  }
-
-  /** How texts below the axis are turned so that they have room. */
-  private int angle() {
-    double width = context.facts.panelSize()[0];
-    Set<Object> values = categories();
-    double slot = width / Math.max(1, values.size());
-    double widest = 0;
-    for (Object value : values) {
-      widest = Math.max(widest, look.tickWidth(value.toString()));
-    }
-    if (!context.knownRows || widest <= slot - look.tickSize() * 0.4) {
-      return 0;
-    }
-    return slot >= look.tickSize() * SLANT ? -45 : -90;
-  }
-
-  private void texts(ObjectNode guide) {
-    String pattern = axis.format();
-    String where = "Axis " + name();
-    if (pattern != null && !pattern.isEmpty()) {
-      if (kind == ScaleKind.TIME) {
-        guide.put("format", TimeFormatJson.specifier(where, pattern));
-      } else {
-        guide.put(
-            "labelExpr", NumberFormatJson.expression(where, pattern, "datum.value"));
-      }
-    } else if (context.facts.shares(horizontal)) {
-      guide.put("format", "~%");
-    }
-    if (kind == ScaleKind.LOG) {
-      logTexts(guide);
-      return;
-    }
-    guide.put("labelFlush", false);
-    guide.put("labelOverlap", "greedy");
-    guide.set("tickCount", Json.expression(ticks()));
-  }
-
-  /** Of the many ticks of a log scale only round ones are shown. */
-  private void logTexts(ObjectNode guide) {
-    String power = "pow(10, floor(log(datum.value) / LN10 + 1e-9))";
-    String mantissa = "round(datum.value / " + power + " * 1e6) / 1e6";
-    String round = "indexof(" + mantissas() + ", " + mantissa + ") >= 0";
-    String text = guide.has("labelExpr") ? guide.get("labelExpr").textValue()
-        : "datum.value < 1e6 && datum.value >= 1e-4 ? " + Expr.numberText("datum.value")
-            + " : format(datum.value, '.0e')";
-    guide.put("labelExpr", round + " ? " + text + " : ''");
-    guide.put("labelOverlap", false);
-    ObjectNode shown = Json.object("test", round);
-    shown.put("value", 1);
-    guide.set("gridOpacity", Json.set(Json.object("condition", shown), "value", 0));
-  }
-
-  private String mantissas() {
-    double[] ends = context.facts.ends(horizontal);
-    if (!context.knownRows || !isFine()) {
-      return "[1]";
-    }
-    return ends[1] / ends[0] < 10 ? "[1, 2, 3, 4, 5, 6, 7, 8, 9]" : "[1, 2, 5]";
-  }
-
-  /** Whether there is room for ticks at 2 and 5 between powers of ten. */
-  private boolean isFine() {
-    double[] ends = context.facts.ends(horizontal);
-    double[] size = context.facts.panelSize();
-    double decade = (horizontal ? size[0] : size[1]) / Math.log10(ends[1] / ends[0]);
-    double room = horizontal ? 60 * look.factor() : look.tickSize() * 1.4;
-    return decade * Math.log10(2) >= room
-        && Math.log10(ends[1] / ends[0]) <= 4;
-  }
-
   /** The conditions that a place within the limits meets; null when there are none. */
   String within(String field) {
     String value = Expr.datum(field);
@@ -350,13 +237,5 @@ final class AxisJson {
       return low == null ? high : low;
     }
     return low + " && " + high;
-  }
-
-  /** As many ticks as a picture has. */
-  private String ticks() {
-    String length = context.panelPrefix();
-    int apart = kind == ScaleKind.TIME ? 80 : 60;
-    return horizontal ? "clamp(floor(" + length + "width / " + apart + "), 2, 12)"
-                      : "clamp(floor(" + length + "height / 42), 2, 8)";
   }
 }
