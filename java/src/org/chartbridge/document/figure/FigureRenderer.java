@@ -4,6 +4,7 @@ package org.chartbridge.document.figure;
 import java.nio.ByteBuffer;
 import java.nio.charset.StandardCharsets;
 import java.util.Locale;
+import java.util.function.Supplier;
 import org.chartbridge.chart.Chart;
 import org.chartbridge.chart.ChartException;
 import org.chartbridge.data.CsvReader;
@@ -139,7 +140,7 @@ public final class FigureRenderer {
         d.title(), locale, d.digits(), d.show(), d.collapsed(), d.open());
   }
 
-  private static <T> T read(Part part, java.util.function.Supplier<T> reading) {
+  private static <T> T read(Part part, Supplier<T> reading) {
     try {
       return reading.get();
     } catch (ChartException e) {

@@ -2,6 +2,7 @@
 package org.chartbridge.document.format;
 
 import java.util.ArrayList;
+import java.util.IllformedLocaleException;
 import java.util.List;
 import java.util.Locale;
 import java.util.regex.Pattern;
@@ -95,7 +96,7 @@ public final class DocumentSource {
     }
     try {
       return new Locale.Builder().setLanguageTag(tag.strip()).build();
-    } catch (java.util.IllformedLocaleException e) {
+    } catch (IllformedLocaleException e) {
       throw in.unexpected("language", tag, "a BCP 47 tag such as de or pt-BR");
     }
   }

@@ -8,6 +8,7 @@ import java.util.Map;
 import java.util.regex.Matcher;
 import java.util.regex.Pattern;
 import org.chartbridge.chart.ChartException;
+import org.chartbridge.chart.TextPosition;
 import org.chartbridge.format.ChartSource;
 import org.chartbridge.tree.pmml.PmmlBytes;
 import org.chartbridge.xml.SafeXml;
@@ -109,7 +110,7 @@ final class Finisher {
     String text = XmlEncoding.decodeUtf8(file);
     Matcher refused = NOT_XML.matcher(text);
     if (refused.find()) {
-      throw new ChartException(org.chartbridge.chart.TextPosition.of(text, refused.start())
+      throw new ChartException(TextPosition.of(text, refused.start())
           + ": the character " + String.format("U+%04X", (int) refused.group().charAt(0))
           + " cannot stand in an XML document");
     }

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 package org.chartbridge.document.format;
 
+import java.nio.charset.StandardCharsets;
 import java.util.Base64;
 import java.util.List;
 import org.chartbridge.document.model.FigureContent.Part;
 import org.chartbridge.format.AttributeReader;
 import org.chartbridge.xml.XmlElement;
-import org.chartbridge.xml.XmlText;
 
 /** Reads what a figure is made of: text, XML or base64 in the document, or a file. */
 final class PartReader {
@@ -23,6 +23,10 @@ final class PartReader {
     /** Base64 only. */
     BINARY
   }
+
+  /** The names of elements that can hold a file's content. */
+  static final List<String> HOLDERS =
+      List.of("description", "data", "model", "display", "image");
 
   private final XmlExtent extent;
   private final SourceFolder folder;
@@ -72,7 +76,7 @@ final class PartReader {
       }
       case XML -> throw element.error("<" + element.name() + "> holds text; XML is expected");
       case TEXT -> {
-        return new Part(element.text().getBytes(java.nio.charset.StandardCharsets.UTF_8), "");
+        return new Part(element.text().getBytes(StandardCharsets.UTF_8), "");
       }
       default -> {
         return new Part(
@@ -92,20 +96,10 @@ final class PartReader {
     }
   }
 
-  /** Only the attribute for a file is allowed, and no comments stand for content. */
+  /** Only the attribute for a file is allowed. */
   static void checkAttributes(XmlElement element) {
     AttributeReader in = new AttributeReader(element);
     in.text(SourceFolder.SRC);
     in.finish();
   }
-
-  /** A new element of that name with a text. */
-  static XmlElement filled(XmlElement element, String text) {
-    XmlElement copy = element.renamed(element.namespace(), element.name());
-    return copy.with(new XmlText(text));
-  }
-
-  /** The names of elements that can hold a file's content. */
-  static final List<String> HOLDERS =
-      List.of("description", "data", "model", "display", "image");
 }

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 package org.chartbridge.document.model;
 
-import java.nio.charset.StandardCharsets;
-
 /** What a figure shows. */
 public sealed interface FigureContent
     permits FigureContent.ChartContent, FigureContent.TreeContent, FigureContent.ImageContent {
@@ -15,11 +13,7 @@ public sealed interface FigureContent
    * @param origin where it was read from, in front of messages about it; empty for the document
    *     itself, whose positions it has
    */
-  record Part(byte[] bytes, String origin) {
-    public String text() {
-      return new String(bytes, StandardCharsets.UTF_8);
-    }
-  }
+  record Part(byte[] bytes, String origin) {}
 
   /**
    * A chart.

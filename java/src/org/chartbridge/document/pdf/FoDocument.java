@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 package org.chartbridge.document.pdf;
 
+import java.util.ArrayDeque;
+import java.util.Deque;
 import java.util.List;
 import org.chartbridge.document.export.ExportSettings;
 import org.chartbridge.document.model.Block;
@@ -78,7 +80,7 @@ final class FoDocument {
       return;
     }
     out.open("bookmark-tree");
-    java.util.ArrayDeque<Integer> levels = new java.util.ArrayDeque<>();
+    Deque<Integer> levels = new ArrayDeque<>();
     for (Heading heading : headings) {
       while (!levels.isEmpty() && levels.peek() >= heading.level()) {
         levels.pop();
