@@ -25,8 +25,8 @@ import org.xml.sax.XMLReader;
  */
 public final class SafeXml {
   /**
-   * Documents describe charts and styles, sometimes with a little data; a larger one is a mistake or
-   * an attack.
+   * Documents describe charts and styles, sometimes with a little data; a larger one is a mistake
+   * or an attack.
    */
   public static final int MAX_BYTES = 16 << 20;
 

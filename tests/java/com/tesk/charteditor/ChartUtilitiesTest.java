@@ -85,7 +85,8 @@ class ChartUtilitiesTest {
 
   @Test
   void aStyleSheetIsApplied() {
-    byte[] sheet = ("<xsl:stylesheet version='1.0' xmlns:xsl='http://www.w3.org/1999/XSL/Transform'>"
+    byte[] sheet = ("<xsl:stylesheet version='1.0'"
+        + " xmlns:xsl='http://www.w3.org/1999/XSL/Transform'>"
         + "<xsl:output method='text'/><xsl:template match='/'><xsl:value-of select='name(*)'/>"
         + "</xsl:template></xsl:stylesheet>").getBytes(UTF_8);
     assertEquals("chart", new String(imager.ApplyStyleSheet(chart(""), sheet), UTF_8));
@@ -100,8 +101,8 @@ class ChartUtilitiesTest {
     assertEquals("The output path is empty.",
         assertThrows(ChartException.class, () -> imager.ConvertImage(new byte[1], "", 2))
             .getMessage());
-    assertEquals("There is no image type 8; the types are 1 JPEG, 2 PNG, 3 BMP, 4 GIF, 5 SVG, 6 PDF,"
-        + " 7 image map.", assertThrows(ChartException.class,
+    assertEquals("There is no image type 8; the types are 1 JPEG, 2 PNG, 3 BMP, 4 GIF, 5 SVG, 6"
+        + " PDF, 7 image map.", assertThrows(ChartException.class,
             () -> imager.ConvertImage(new byte[1], "a.png", 8)).getMessage());
     assertEquals("The style sheet is empty.", assertThrows(ChartException.class,
         () -> imager.ApplyStyleSheet(chart(""), null)).getMessage());

@@ -36,7 +36,8 @@ class ClientTemplateDocumentTest {
 
   @Test
   void everyExampleFileIsATemplate() throws IOException {
-    try (var files = Files.newDirectoryStream(SOURCE.resolve("examples/client-templates"), "*.json")) {
+    Path folder = SOURCE.resolve("examples/client-templates");
+    try (var files = Files.newDirectoryStream(folder, "*.json")) {
       int count = 0;
       for (Path file : files) {
         String text = Files.readString(file);
@@ -72,7 +73,8 @@ class ClientTemplateDocumentTest {
         assertEquals(expected(slot), names(variant.at("/properties")), word);
       }
     }
-    String chart = "{\"version\":1,\"chart\":{\"elements\":[{\"bar\":{\"x\":{\"column\":\"a\"}}}],%s}}";
+    String chart = "{\"version\":1,\"chart\":{\"elements\":"
+        + "[{\"bar\":{\"x\":{\"column\":\"a\"}}}],%s}}";
     Set<String> parts = expected(chart.formatted("\"?\":{}"));
     parts.addAll(expected(chart.formatted("\"?\":1")));
     assertEquals(parts, names(schema.at("/definitions/chart/properties")));

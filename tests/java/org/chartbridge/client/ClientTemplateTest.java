@@ -70,7 +70,8 @@ class ClientTemplateTest {
             {'name': 'r', 'kind': 'category', 'label': 'Region', 'categories': ['N', 'S']},
             {'name': 't', 'kind': 'time', 'pattern': 'yyyy'}],
           'axes': {'x': {'scale': 'category', 'reversed': true},
-                   'y': {'scale': 'linear', 'min': -1.5e1, 'max': 20, 'grid': false, 'format': '0'}},
+                   'y': {'scale': 'linear', 'min': -1.5e1, 'max': 20, 'grid': false,
+                         'format': '0'}},
           'elements': [
             {'bar': {'arrangement': 'stacked', 'opacity': 0.5, 'fill': null,
                      'x': {'column': 'r'}, 'y': {'column': 'v', 'aggregate': 'sum'},
@@ -123,8 +124,8 @@ class ClientTemplateTest {
     assertNull(chart.titles().title());
     assertEquals(List.of(new ColumnDeclaration(
             "waiting", ColumnKind.NUMBER, null, null, List.of())), chart.columns());
-    Chart asked = read(template + "{'measure':'duration','bins':'12','panels':'kind','fill':'#ABCDEF',"
-        + "'title':'Ä <&>'}");
+    Chart asked = read(template + "{'measure':'duration','bins':'12','panels':'kind',"
+        + "'fill':'#ABCDEF','title':'Ä <&>'}");
     assertEquals(Channel.of("duration"), asked.elements().get(0).x());
     assertEquals(12, asked.elements().get(0).bins());
     assertEquals("#ABCDEF", asked.elements().get(0).fill());
@@ -163,7 +164,8 @@ class ClientTemplateTest {
   @CsvSource(delimiter = '|', quoteCharacter = '~', value = {
       "'kind':'text' | 5 | a text", "'kind':'text' | ['a'] | a text",
       "'kind':'number' | 'x' | a number", "'kind':'number' | true | a number",
-      "'kind':'number' | 1e999 | a number", "'kind':'number','min':1 | 0.5 | a number of at least 1",
+      "'kind':'number' | 1e999 | a number",
+      "'kind':'number','min':1 | 0.5 | a number of at least 1",
       "'kind':'number','max':1 | 1.5 | a number of at most 1",
       "'kind':'number','min':1,'max':2,'whole':true | 1.5 | a whole number from 1 to 2",
       "'kind':'boolean' | 1 | true or false", "'kind':'boolean' | 'yes' | true or false",
@@ -245,8 +247,8 @@ class ClientTemplateTest {
           + " <elements>; expected one of bar, line, area, point, histogram, box, pie, heatmap; did"
           + " you mean \"bar\"?",
       "{'version':1,'chart':{'elements':[{'bar':{'arrangement':'staked'}}]}} | line 1, column 57:"
-          + " arrangement of <bar> is \"staked\"; expected one of grouped, stacked, filled, overlaid;"
-          + " did you mean \"stacked\"?",
+          + " arrangement of <bar> is \"staked\"; expected one of grouped, stacked, filled,"
+          + " overlaid; did you mean \"stacked\"?",
       "{'version':1,'chart':{'elements':[{'bar':{'arrangement':{'a':1}}}]}} | line 1, column 57:"
           + " found <arrangement> inside <bar>; expected one of x, y, color, label",
       "{'version':1,'chart':{'titles':{'title':['a',{'b':1}]},'elements':[]}} | line 1, column 46:"

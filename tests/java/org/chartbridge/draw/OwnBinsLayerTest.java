@@ -166,8 +166,8 @@ class OwnBinsLayerTest {
   void areNamedInTheLegendBesideOtherElements() {
     Data data = new Data().numbers("a", 1, 2, 3).numbers("b", 4, 5, 6);
     Chart chart = with(new ChartMaker().add(POINT, "a", "b", null), bins(BINS));
-    Plan plan =
-        new Plan(chart, data.table(), new DrawOptions(Locale.ENGLISH, null, Map.of("Histogram", "H")));
+    DrawOptions options = new DrawOptions(Locale.ENGLISH, null, Map.of("Histogram", "H"));
+    Plan plan = new Plan(chart, data.table(), options);
     Scene scene = new Scene(plan);
     assertEquals("b", scene.y.title);
     assertEquals("a", scene.x.title);

@@ -67,7 +67,8 @@ class OwnBinsTest {
 
   /** The schema lists the orders one by one, so that each is tried. */
   @ParameterizedTest
-  @CsvSource({"x", "y", "xy", "yx", "xc", "cx", "yc", "cy", "xyc", "xcy", "yxc", "ycx", "cxy", "cyx"})
+  @CsvSource({"x", "y", "xy", "yx", "xc", "cx", "yc", "cy", "xyc", "xcy", "yxc", "ycx",
+      "cxy", "cyx"})
   void leaveTheChannelsOfOthersInAnyOrder(String order) {
     String inside = order.replace("x", "<x column='a'/>")
         .replace("y", "<y aggregate='@ount'/>").replaceAll("c(?!o)", "<color column='b'/>")
@@ -94,8 +95,8 @@ class OwnBinsTest {
           + " \"count\"; expected one of from, to, value",
       "<bin from='0' to='1' value='1'>x</bin>"
           + '|' + "line 2, column 22: <bin> cannot hold the text \"x\"",
-      "<bin from='0' to='1' value='1'/><x column='a'/>| line 2, column 54: a <histogram> that brings"
-          + " its bins has no channels, but found <x>",
+      "<bin from='0' to='1' value='1'/><x column='a'/>| line 2, column 54: a <histogram> that"
+          + " brings its bins has no channels, but found <x>",
       "<bin from='0' to='2' value='1'/><bin from='1.5' to='3' value='1'/>| line 2, column 54: the"
           + " bin starts at 1.5, below the end of the one before it, 2",
   })

@@ -128,8 +128,8 @@ class HistogramEmbeddingTest {
   @ParameterizedTest
   @CsvSource({"NaN", "Infinity", "-Infinity"})
   void takesFiniteNumbers(double bad) {
-    String rest = "; the edges and heights of a histogram are finite numbers. Is the byte order that"
-        + " of this machine?";
+    String rest = "; the edges and heights of a histogram are finite numbers. Is the byte order"
+        + " that of this machine?";
     assertEquals("Edge 2 of 3 is " + bad + rest, error(LINE, NO_LOOK, 2, 0, bad, 2, 3, 4));
     assertEquals("The height of bin 2 of 2 is " + bad + rest,
         error(LINE, NO_LOOK, 2, 0, 1, 2, 3, bad));
@@ -149,10 +149,10 @@ class HistogramEmbeddingTest {
           + " <histogram xmlns=\"urn:chartbridge:chart:2\">",
       "<histogram/> | line 1, column 1: found <histogram>; expected"
           + " <histogram xmlns=\"urn:chartbridge:chart:2\">",
-      "<histogram xmlns='urn:chartbridge:chart:2' bins='3'/> | line 1, column 44: <histogram> has no"
-          + " attribute \"bins\"; expected one of fill, opacity",
-      "<histogram xmlns='urn:chartbridge:chart:2' fill='red'/> | line 1, column 44: \"red\" is not a"
-          + " colour; expected # and six hexadecimal digits, such as #0072b2",
+      "<histogram xmlns='urn:chartbridge:chart:2' bins='3'/> | line 1, column 44: <histogram> has"
+          + " no attribute \"bins\"; expected one of fill, opacity",
+      "<histogram xmlns='urn:chartbridge:chart:2' fill='red'/> | line 1, column 44: \"red\" is not"
+          + " a colour; expected # and six hexadecimal digits, such as #0072b2",
       "<histogram xmlns='urn:chartbridge:chart:2' opacity='2'/> | line 1, column 44: the opacity is"
           + " 2; expected 0 to 1",
       "<histogram xmlns='urn:chartbridge:chart:2'><x column='a'/></histogram> | line 1, column 44:"

@@ -57,7 +57,8 @@ class StyleSheetTest {
   void turnsADocumentIntoAnother() {
     assertEquals("<?xml version=\"1.0\" encoding=\"UTF-8\"?><n>2<y>ü</y></n>", applied(sheet(
         "<xsl:template match='/r'><n><xsl:value-of select='count(x)'/><y>"
-            + "<xsl:value-of select='x[1]'/></y></n></xsl:template>")).replaceAll(" xmlns:[^>]*", ""));
+            + "<xsl:value-of select='x[1]'/></y></n></xsl:template>"))
+            .replaceAll(" xmlns:[^>]*", ""));
   }
 
   @Test
@@ -76,8 +77,8 @@ class StyleSheetTest {
     String body = "<xsl:template match='/'><xsl:value-of select='//x'/>€</xsl:template>";
     String text = "<xsl:output method='text' encoding='";
     byte[] document = DOCUMENT.getBytes(UTF_8);
-    assertArrayEquals(
-        "ü€".getBytes(UTF_8), StyleSheet.apply(document, sheet("<xsl:output method='text'/>" + body)));
+    assertArrayEquals("ü€".getBytes(UTF_8),
+        StyleSheet.apply(document, sheet("<xsl:output method='text'/>" + body)));
     assertArrayEquals("ü".getBytes(ISO_8859_1),
         StyleSheet.apply(document, sheet(text + "iso-8859-1'/>" + body.replace("€", ""))));
     byte[] wide = StyleSheet.apply(document, sheet(text + "UTF-16'/>" + body));

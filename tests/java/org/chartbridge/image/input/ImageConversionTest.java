@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 package org.chartbridge.image.input;
 
+import static java.nio.charset.StandardCharsets.ISO_8859_1;
 import static java.nio.charset.StandardCharsets.US_ASCII;
 import static java.nio.charset.StandardCharsets.UTF_16;
 import static java.nio.charset.StandardCharsets.UTF_8;
@@ -321,7 +322,7 @@ class ImageConversionTest {
   @Test
   void svgBecomesAPageOfPdf() throws IOException {
     byte[] svg = (SVG + RED + "<text x='2' y='15'>Ä</text></svg>").getBytes(UTF_8);
-    String pdf = Files.readString(convert(svg, ImageType.PDF), java.nio.charset.StandardCharsets.ISO_8859_1);
+    String pdf = Files.readString(convert(svg, ImageType.PDF), ISO_8859_1);
     assertTrue(pdf.startsWith("%PDF-"));
     assertTrue(pdf.contains("/MediaBox [0 0 30 15]"), pdf);
   }
@@ -370,7 +371,8 @@ class ImageConversionTest {
 
   @Test
   void linksMayLeadAnywhere() throws IOException {
-    byte[] svg = (SVG + "<a xlink:href='https://example.org/'>" + RED + "</a></svg>").getBytes(UTF_8);
+    byte[] svg =
+        (SVG + "<a xlink:href='https://example.org/'>" + RED + "</a></svg>").getBytes(UTF_8);
     assertColor(0xFFFF0000, converted(svg, ImageType.PNG), 5, 5, 0);
   }
 
