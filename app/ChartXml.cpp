@@ -171,7 +171,7 @@ std::string WithData(const std::string& xml, const std::string& xmlName, const s
   const auto inserted = parsed.encoding == pugi::encoding_utf8
                             ? Inserted(xml, document, name, element)
                             : std::nullopt;
-  const std::string chart = inserted ? *inserted : Rewritten(document, name, element, xmlName);
+  std::string chart = inserted ? *inserted : Rewritten(document, name, element, xmlName);
   if (chart.size() > kLargestDocument) {
     throw Failure(csvName +
                   ": is too large; a chart with its data may have 16 MiB as XML, and has " +

@@ -88,8 +88,8 @@ std::string ReadableOn(const std::string& background) {
     return std::stoul(digits == 1 ? hexadecimal + hexadecimal : hexadecimal, nullptr, 16);
   };
   // The eye's share of red, green and blue in brightness.
-  const unsigned long brightness = 299 * part(0) + 587 * part(1) + 114 * part(2);
-  return brightness < 128 * 1000 ? kLight : kDark;
+  const unsigned long brightness = 299UL * part(0) + 587UL * part(1) + 114UL * part(2);
+  return brightness < 128'000 ? kLight : kDark;
 }
 
 /// The text with all its blanks filled in. What is filled in is not looked at again.
