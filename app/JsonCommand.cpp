@@ -47,6 +47,7 @@ JsonCommand::JsonCommand(CLI::App& app)
       ->add_option("--charset", _settings.charset,
                    "The charset of the chart JSON, such as ISO-8859-1; UTF-8 when not given")
       ->type_name("NAME");
+  AddTemplatesOption(*_command, _java);
   AddJavaOptions(*_command, _java);
   _command->footer(kExamples);
 }

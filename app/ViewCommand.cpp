@@ -32,6 +32,7 @@ ViewCommand::ViewCommand(CLI::App& app)
                    "The title of the page; the title of the chart when not given")
       ->type_name("TEXT");
   AddInteractiveOptions(*_command, _settings);
+  AddTemplatesOption(*_command, _java);
   AddJavaOptions(*_command, _java);
   _command->footer(kExamples);
 }

@@ -129,6 +129,13 @@ TEST_F(RenderTemplateTest, NamedTemplateIsFoundInTheFolder) {
   EXPECT_THAT(Svg({"named.xml", "--templates", "my templates"}), HasSubstr(">Named<"));
 }
 
+TEST_F(RenderTemplateTest, NamedTemplateGoesIntoChartJsonToo) {
+  WriteNamingChart("house");
+  const RunResult result = folder.Run({"json", "named.xml", "--templates", ".", "-o", "-"});
+  EXPECT_EQ(result.errors, "");
+  EXPECT_THAT(result.output, HasSubstr("By the house"));
+}
+
 TEST_F(RenderTemplateTest, FileStandsInPlaceOfTheNamedTemplate) {
   WriteNamingChart("no-such-template");
   EXPECT_THAT(Svg({"named.xml", "--template", "house.xml"}), HasSubstr(">By the house<"));
