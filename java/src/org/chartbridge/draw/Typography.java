@@ -17,6 +17,9 @@ final class Typography {
   static final String ELLIPSIS = "\u2026";
   private static final FontRenderContext CONTEXT = new FontRenderContext(null, true, true);
   private static final double LEADING = 1.22;
+  private static final String SPACES = "\\s+";
+  /** After a hyphen or a slash within a word. */
+  private static final String BREAK_IN_WORD = "(?<=\\p{L}-)(?=\\p{L})|(?<=/)(?=\\p{L})";
 
   final double factor;
   final Font title;
@@ -153,14 +156,17 @@ final class Typography {
 
   private void wrapParagraph(String text, Font font, double room, List<String> lines) {
     String line = "";
-    for (String word : text.split("\\s+|(?<=\\p{L}-)(?=\\p{L})|(?<=/)(?=\\p{L})")) {
-      String joint = line.isEmpty() || line.endsWith("-") || line.endsWith("/") ? "" : " ";
-      String longer = line + joint + word;
-      if (line.isEmpty() || width(longer, font) <= room) {
-        line = longer;
-      } else {
-        lines.add(cut(line, font, room));
-        line = word;
+    for (String word : text.split(SPACES)) {
+      String joint = line.isEmpty() ? "" : " ";
+      for (String piece : word.split(BREAK_IN_WORD)) {
+        String longer = line + joint + piece;
+        if (line.isEmpty() || width(longer, font) <= room) {
+          line = longer;
+        } else {
+          lines.add(cut(line, font, room));
+          line = piece;
+        }
+        joint = "";
       }
     }
     lines.add(cut(line, font, room));
@@ -168,7 +174,7 @@ final class Typography {
 
   /** Whether every word of the text fits the room, so that wrapping need not cut. */
   boolean wordsFit(String text, Font font, double room) {
-    for (String word : text.split("\\s+|(?<=\\p{L}-)(?=\\p{L})|(?<=/)(?=\\p{L})")) {
+    for (String word : text.split(SPACES + "|" + BREAK_IN_WORD)) {
       if (width(word, font) > room) {
         return false;
       }
