@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "app/ChartXml.h"
-#include "app/ConverterSession.h"
+#include "app/CurrentChart.h"
 #include "app/DumpFolder.h"
 #include "app/Failure.h"
 #include "app/InputFile.h"
@@ -111,24 +111,8 @@ std::string ChartJsonExport::Text(const std::string& name, const JavaOptions& op
 }
 
 std::string ChartJsonExport::ChartWithData(JNIEnv* env, const DumpFolder& dumps) const {
-  const ConverterSession session(env);
-  JavaFailure::ThrowIfNotStarted(dumps.NewRecords());
-
-  const LocalFrame frame;
-  VizConverter* converter = VizConverter::GetInstance();
-  const std::string chart = _chart->Text();
-  std::string xml;
-  // Only current chart XML has a place for data. A current document stays as it is.
-  const bool converted =
-      IsChartXml(chart) ? converter->UpgradeXML(chart, xml) : converter->GPLtoXML(chart, xml);
-  if (!converted) {
-    const auto failure = JavaFailure::First(dumps.NewRecords());
-    const std::string message = OnOneLine(converter->GetErrorMessage());
-    const std::string reason = failure ? failure->Reason() : dumps.WhyEmpty();
-    throw Failure(_chart->Name() + ": " + (message.empty() ? reason : message),
-                  failure ? failure->Stack() : "");
-  }
-  return WithData(xml, _chart->Name(), _data->Text(), _data->Name());
+  // Only current chart XML has a place for data.
+  return WithData(CurrentChart(*_chart, env, dumps), _chart->Name(), _data->Text(), _data->Name());
 }
 
 void ChartJsonExport::Configure(jsonEditor& editor, const std::string& file) const {

@@ -5,6 +5,7 @@
 #include <optional>
 #include <regex>
 
+#include "app/ChartEditorSession.h"
 #include "app/ChartXml.h"
 #include "app/CommonOptions.h"
 #include "app/CurrentChart.h"
@@ -37,17 +38,6 @@ constexpr const char* kExamples =
     "  generate-data | chartbridge render sales.gpl -d - -o - --type svg > sales.svg";
 
 std::string TextOf(const std::string& path) { return path.empty() ? "" : InputFile(path).Text(); }
-
-/// Starts the editor for the scope, outside of every local frame: its Java object must outlive
-/// them.
-class EditorSession {
- public:
-  explicit EditorSession(JNIEnv* env) { ViZEditor::GetInstance()->StartEditorHeadless(env); }
-  ~EditorSession() { ViZEditor::GetInstance()->StopHeadless(); }
-
-  EditorSession(const EditorSession&) = delete;
-  EditorSession& operator=(const EditorSession&) = delete;
-};
 
 }  // namespace
 
@@ -149,7 +139,7 @@ void RenderCommand::Render(const OutputFile& output) const {
   const DumpFolder dumps;
   const JavaMachine java(_java);
   const std::string chart = ChartText(java.Env(), dumps);
-  const EditorSession editor(java.Env());
+  const ChartEditorSession editor(java.Env());
   JavaFailure::ThrowIfNotStarted(dumps.NewRecords());
 
   const LocalFrame frame;
