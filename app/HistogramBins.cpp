@@ -85,7 +85,10 @@ double CountFrom(double first, double highest, const RoundWidth& width) {
 
 HistogramBins EmptyBins(double first, double count, const RoundWidth& width) {
   HistogramBins bins;
-  for (double i = 0; i <= count; ++i) bins.edges.push_back(width.Multiple(first + i));
+  const auto steps = static_cast<std::size_t>(count);
+  for (std::size_t i = 0; i <= steps; ++i) {
+    bins.edges.push_back(width.Multiple(first + static_cast<double>(i)));
+  }
   bins.heights.assign(bins.edges.size() - 1, 0);
   return bins;
 }
