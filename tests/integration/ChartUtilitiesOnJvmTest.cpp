@@ -18,6 +18,7 @@
 #include "host/JvmSettings.h"
 #include "host/LocalFrame.h"
 #include "platform/TeskJVM.h"
+#include "tests/integration/ReadFile.h"
 #include "tests/integration/TempFolder.h"
 
 namespace chartbridge {
@@ -37,11 +38,6 @@ const std::string kSilentSheet =
 const std::string kTemplate =
     "{\"version\":1,\"slots\":[{\"name\":\"what\",\"kind\":\"column\"}],"
     "\"chart\":{\"elements\":[{\"bar\":{\"x\":{\"column\":{\"slot\":\"what\"}}}}]}}";
-
-std::string ReadFile(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
 
 class ChartUtilities : public testing::Test {
  protected:
@@ -69,11 +65,7 @@ class ChartUtilities : public testing::Test {
 
   /// What Java has thrown, as a host finds it afterwards.
   std::string Dump() const {
-    std::string text;
-    for (const auto& entry : std::filesystem::directory_iterator(_dumps.Path())) {
-      text += ReadFile(entry.path().string());
-    }
-    return text;
+    return ReadFolder(_dumps.Path());
   }
 
   void ExpectNothingThrown() const { EXPECT_EQ(Dump(), ""); }

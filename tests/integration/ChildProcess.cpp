@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/integration/ChildProcess.h"
+#include "tests/integration/ReadFile.h"
 
 #include <fcntl.h>
 #include <signal.h>
@@ -18,11 +19,6 @@
 
 namespace chartbridge {
 namespace {
-
-std::string ReadFile(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
 
 void Redirect(const char* path, int target) {
   const int file = open(path, O_WRONLY | O_CREAT | O_TRUNC, 0600);

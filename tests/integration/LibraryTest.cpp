@@ -22,6 +22,7 @@
 #include "host/JvmThreads.h"
 #include "host/LocalFrame.h"
 #include "platform/TeskJVM.h"
+#include "tests/integration/ReadFile.h"
 #include "tests/integration/TempFolder.h"
 
 namespace chartbridge {
@@ -30,11 +31,6 @@ namespace {
 constexpr char kImager[] = "com/tesk/charteditor/ChartImager";
 
 JNIEnv* Env() { return TeskJVM::GetInstance()->GetEnv(); }
-
-std::string ReadFile(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
 
 /// A JVM with the stand-ins, and a folder for files and dumps.
 class OnJvm : public testing::Test {
@@ -55,11 +51,7 @@ class OnJvm : public testing::Test {
 
   // All records of this test.
   std::string Dump() const {
-    std::string text;
-    for (const auto& entry : std::filesystem::directory_iterator(_dumps.Path())) {
-      text += ReadFile(entry.path().string());
-    }
-    return text;
+    return ReadFolder(_dumps.Path());
   }
 
  private:

@@ -17,6 +17,7 @@
 #include "host/JvmThreads.h"
 #include "host/LocalFrame.h"
 #include "platform/TeskJVM.h"
+#include "tests/integration/ReadFile.h"
 #include "tests/integration/TempFolder.h"
 
 namespace chartbridge {
@@ -24,11 +25,6 @@ namespace {
 
 constexpr char kExamples[] = CHARTBRIDGE_TEST_EXAMPLES;
 constexpr char kPngStart[] = "\x89PNG\r\n\x1A\n";
-
-std::string ReadFile(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
 
 unsigned BigEndian(const std::string& bytes, std::size_t at) {
   unsigned value = 0;
@@ -73,11 +69,7 @@ class RealChart : public testing::Test {
   }
 
   std::string Dump() const {
-    std::string text;
-    for (const auto& entry : std::filesystem::directory_iterator(_dumps.Path())) {
-      text += ReadFile(entry.path().string());
-    }
-    return text;
+    return ReadFolder(_dumps.Path());
   }
 
   const unsigned char* Data() const { return reinterpret_cast<const unsigned char*>(_data.data()); }

@@ -17,6 +17,7 @@
 #include "host/JvmThreads.h"
 #include "host/LocalFrame.h"
 #include "platform/TeskJVM.h"
+#include "tests/integration/ReadFile.h"
 #include "tests/integration/TempFolder.h"
 
 namespace chartbridge {
@@ -26,11 +27,6 @@ constexpr char kExample[] = CHARTBRIDGE_TEST_EXAMPLES "/documents/air-quality.xm
 constexpr char kSmall[] =
     "<document xmlns=\"urn:chartbridge:document:1\"><paragraph>Gr\xC3\xB6\xC3\x9F"
     "e</paragraph></document>";
-
-std::string ReadFile(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
 
 class RealDocument : public testing::Test {
  protected:
@@ -55,11 +51,7 @@ class RealDocument : public testing::Test {
   }
 
   std::string Dump() const {
-    std::string text;
-    for (const auto& entry : std::filesystem::directory_iterator(_dumps.Path())) {
-      text += ReadFile(entry.path().string());
-    }
-    return text;
+    return ReadFolder(_dumps.Path());
   }
 
   std::string PathTo(const std::string& name) const { return _files.Path() + "/" + name; }

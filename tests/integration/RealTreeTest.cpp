@@ -17,6 +17,7 @@
 #include "host/JvmThreads.h"
 #include "host/LocalFrame.h"
 #include "platform/TeskJVM.h"
+#include "tests/integration/ReadFile.h"
 #include "tests/integration/TempFolder.h"
 #include "tree/TreeEditor.h"
 
@@ -25,11 +26,6 @@ namespace {
 
 constexpr char kExamples[] = CHARTBRIDGE_TEST_EXAMPLES;
 constexpr char kPngStart[] = "\x89PNG\r\n\x1A\n";
-
-std::string ReadFile(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
 
 std::string Model(const std::string& name) {
   return ReadFile(std::string(kExamples) + "/trees/" + name + ".pmml");
@@ -73,11 +69,7 @@ class RealTree : public testing::Test {
   static TreeEditor& Editor() { return *TreeEditor::GetInstance(); }
 
   std::string Dump() const {
-    std::string text;
-    for (const auto& entry : std::filesystem::directory_iterator(_dumps.Path())) {
-      text += ReadFile(entry.path().string());
-    }
-    return text;
+    return ReadFolder(_dumps.Path());
   }
 
   std::string PathTo(const std::string& name) const { return _files.Path() + "/" + name; }

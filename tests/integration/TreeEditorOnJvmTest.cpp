@@ -18,6 +18,7 @@
 #include "host/JvmThreads.h"
 #include "host/LocalFrame.h"
 #include "platform/TeskJVM.h"
+#include "tests/integration/ReadFile.h"
 #include "tests/integration/TempFolder.h"
 #include "tree/TreeEditor.h"
 
@@ -25,11 +26,6 @@ namespace chartbridge {
 namespace {
 
 constexpr TreeEditor::IMAGE_TYPE kSvg = TreeEditor::IMAGE_SVG;
-
-std::string ReadFile(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
 
 /// Both bindings started, and a folder for files and dumps.
 class TreeEditorOnJvm : public testing::Test {
@@ -64,11 +60,7 @@ class TreeEditorOnJvm : public testing::Test {
   std::string PathTo(const std::string& name) const { return _files.Path() + "/" + name; }
 
   std::string Dump() const {
-    std::string text;
-    for (const auto& entry : std::filesystem::directory_iterator(_dumps.Path())) {
-      text += ReadFile(entry.path().string());
-    }
-    return text;
+    return ReadFolder(_dumps.Path());
   }
 
   std::size_t Records() const {

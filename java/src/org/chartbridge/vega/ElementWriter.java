@@ -70,6 +70,17 @@ abstract class ElementWriter {
     encoding.set(m(), measureAxis().encoding(field, element.measureColumn()));
   }
 
+  /** The place of marks that can also lie on a map: x and y are longitude and latitude there. */
+  void encodePlace(ObjectNode encoding, Sums sums, boolean map) {
+    if (map) {
+      encoding.set("longitude", MapPlace.of(sums.x));
+      encoding.set("latitude", MapPlace.of(sums.y));
+      return;
+    }
+    encodePosition(encoding, sums.x);
+    encodeMeasure(encoding, sums.y);
+  }
+
   /** The other end of marks along the positions. */
   void encodePositionEnd(ObjectNode encoding, String field) {
     encoding.set(p() + "2", Json.object("field", field));

@@ -26,7 +26,7 @@ final class LineWriter extends ElementWriter {
     layer.tooltip().addAll(sums);
     ObjectNode mark = mark("line");
     ObjectNode encoding = Json.object();
-    place(encoding, sums);
+    encodePlace(encoding, sums, map);
     if (order != null) {
       encoding.set("order", Json.set(Json.object("field", order), "type", "quantitative"));
     }
@@ -54,16 +54,6 @@ final class LineWriter extends ElementWriter {
     return layer;
   }
 
-  private void place(ObjectNode encoding, Sums sums) {
-    if (map) {
-      encoding.set("longitude", MapPlace.of(sums.x));
-      encoding.set("latitude", MapPlace.of(sums.y));
-      return;
-    }
-    encodePosition(encoding, sums.x);
-    encodeMeasure(encoding, sums.y);
-  }
-
   /** A line is one mark, so that unseen points on it say its single values. */
   private void addTargets(Sums sums) {
     if (!context.tooltips()) {
@@ -75,7 +65,7 @@ final class LineWriter extends ElementWriter {
     double size = Math.max(8, context.look.markerSize());
     mark.set("size", Json.node(Json.pixels(size * size)));
     ObjectNode encoding = Json.object();
-    place(encoding, sums);
+    encodePlace(encoding, sums, map);
     layer.tooltip().show(encoding);
     layer.addView(mark, encoding);
   }
@@ -87,7 +77,7 @@ final class LineWriter extends ElementWriter {
     mark.set("dx", Json.node(
         Json.pixels(LABEL_GAP * context.look.factor() + context.look.lineWidth())));
     ObjectNode encoding = Json.object();
-    place(encoding, sums);
+    encodePlace(encoding, sums, map);
     labelView(sums, mark, encoding);
   }
 }

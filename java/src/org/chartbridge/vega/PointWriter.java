@@ -42,7 +42,7 @@ final class PointWriter extends ElementWriter {
       mark.put("shape", "circle");
     }
     ObjectNode encoding = Json.object();
-    place(encoding, sums);
+    encodePlace(encoding, sums, map);
     colors.encode(element, sums, mark, encoding);
     if (encoding.has("shape")) {
       mark.remove("shape");
@@ -56,16 +56,6 @@ final class PointWriter extends ElementWriter {
       addLabels(sums);
     }
     return layer;
-  }
-
-  private void place(ObjectNode encoding, Sums sums) {
-    if (map) {
-      encoding.set("longitude", MapPlace.of(sums.x));
-      encoding.set("latitude", MapPlace.of(sums.y));
-      return;
-    }
-    encodePosition(encoding, sums.x);
-    encodeMeasure(encoding, sums.y);
   }
 
   /** Markers at the ends of an axis are whole, so that those beyond are left out, not cut off. */
@@ -102,7 +92,7 @@ final class PointWriter extends ElementWriter {
     double radius = sums.size == null ? diameter() / 2 : element.sizes().largest() / 2;
     mark.set("dx", Json.node(Json.pixels(LABEL_GAP * context.look.factor() + radius)));
     ObjectNode encoding = Json.object();
-    place(encoding, sums);
+    encodePlace(encoding, sums, map);
     labelView(sums, mark, encoding);
   }
 }
