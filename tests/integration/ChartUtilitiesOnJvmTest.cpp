@@ -5,9 +5,7 @@
 
 #include <cfenv>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
@@ -64,9 +62,7 @@ class ChartUtilities : public testing::Test {
   }
 
   /// What Java has thrown, as a host finds it afterwards.
-  std::string Dump() const {
-    return ReadFolder(_dumps.Path());
-  }
+  std::string Dump() const { return ReadFolder(_dumps.Path()); }
 
   void ExpectNothingThrown() const { EXPECT_EQ(Dump(), ""); }
   void ExpectThrown(const std::string& message) const {

@@ -7,9 +7,6 @@
 #include <cfenv>
 #include <cstdint>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <sstream>
 #include <string>
 #include <thread>
@@ -50,9 +47,7 @@ class OnJvm : public testing::Test {
   std::string PathTo(const std::string& name) const { return _files.Path() + "/" + name; }
 
   // All records of this test.
-  std::string Dump() const {
-    return ReadFolder(_dumps.Path());
-  }
+  std::string Dump() const { return ReadFolder(_dumps.Path()); }
 
  private:
   TempFolder _dumps;

@@ -5,8 +5,6 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <thread>
 
@@ -68,9 +66,7 @@ class RealChart : public testing::Test {
     unsetenv("DumpChartTimePath");
   }
 
-  std::string Dump() const {
-    return ReadFolder(_dumps.Path());
-  }
+  std::string Dump() const { return ReadFolder(_dumps.Path()); }
 
   const unsigned char* Data() const { return reinterpret_cast<const unsigned char*>(_data.data()); }
 

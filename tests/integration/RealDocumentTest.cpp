@@ -5,8 +5,6 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <memory>
 #include <string>
 #include <tuple>
@@ -50,9 +48,7 @@ class RealDocument : public testing::Test {
     unsetenv("DumpChartTimePath");
   }
 
-  std::string Dump() const {
-    return ReadFolder(_dumps.Path());
-  }
+  std::string Dump() const { return ReadFolder(_dumps.Path()); }
 
   std::string PathTo(const std::string& name) const { return _files.Path() + "/" + name; }
 

@@ -5,8 +5,6 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <string>
 #include <thread>
@@ -68,9 +66,7 @@ class RealTree : public testing::Test {
 
   static TreeEditor& Editor() { return *TreeEditor::GetInstance(); }
 
-  std::string Dump() const {
-    return ReadFolder(_dumps.Path());
-  }
+  std::string Dump() const { return ReadFolder(_dumps.Path()); }
 
   std::string PathTo(const std::string& name) const { return _files.Path() + "/" + name; }
 

@@ -6,7 +6,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <string>
 #include <thread>
 
@@ -82,9 +81,7 @@ class TemplateOnJvm : public testing::Test {
     unsetenv("DumpChartTimePath");
   }
 
-  std::string Dump() const {
-    return ReadFolder(_dumps.Path());
-  }
+  std::string Dump() const { return ReadFolder(_dumps.Path()); }
 
   /// The message of the first exception in the dump.
   std::string Message() const {

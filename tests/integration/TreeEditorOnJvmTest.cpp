@@ -4,9 +4,6 @@
 
 #include <atomic>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <stdexcept>
 #include <string>
@@ -59,9 +56,7 @@ class TreeEditorOnJvm : public testing::Test {
 
   std::string PathTo(const std::string& name) const { return _files.Path() + "/" + name; }
 
-  std::string Dump() const {
-    return ReadFolder(_dumps.Path());
-  }
+  std::string Dump() const { return ReadFolder(_dumps.Path()); }
 
   std::size_t Records() const {
     const std::string label = "Message : JAccessor::exceptionCheck()";
