@@ -90,14 +90,16 @@ std::string JAccessor::FromJString(jstring s, const char* codepage) const {
   // The converter stays open and its error code untested, on purpose: the text is whatever could be
   // converted.
   UConverter* converter = ucnv_open(codepage, &error);
-  if (converter != nullptr && chars != nullptr) {
+  // Units that Java does not give are none to ICU; only a codepage that it does not know would end
+  // the process here.
+  if (converter != nullptr) {
     const int32_t capacity = ucnv_getMaxCharSize(converter) * length + 1;
     const std::unique_ptr<char[]> buffer(new char[static_cast<std::size_t>(capacity)]);
     const int32_t bytes = ucnv_fromUChars(converter, buffer.get(), capacity,
                                           reinterpret_cast<const UChar*>(chars), length, &error);
     text.assign(buffer.get(), static_cast<std::size_t>(std::min(bytes, capacity)));
   }
-  if (chars != nullptr) jni()->ReleaseStringChars(s, chars);
+  jni()->ReleaseStringChars(s, chars);
   return text;
 }
 

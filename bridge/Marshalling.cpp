@@ -9,6 +9,16 @@
 #include "platform/TESKMB.h"
 
 namespace chartbridge {
+namespace {
+
+// Units up to a zero unit, to UTF-8. Where the host's transcoder gives nothing, `text` stays.
+void Transcode(const jchar* units, std::string& text) {
+  char* utf8 = TESKMBTranscodeU8(units);
+  if (utf8 != nullptr) text = utf8;
+  TESKMBRelease(&utf8);
+}
+
+}  // namespace
 
 jbyteArray NewByteArray(JAccessor& accessor, const std::string& bytes) {
   const auto length = static_cast<jsize>(bytes.size());
@@ -44,22 +54,31 @@ jstring NewJavaStringFromUtf8(JAccessor& accessor, const std::string& text) {
   return string;
 }
 
+bool AssignElements(std::string& bytes, const jbyte* elements, jsize length) {
+  if (length <= 0) {
+    bytes.clear();
+    return true;
+  }
+  if (elements == nullptr) return false;
+  bytes.assign(reinterpret_cast<const char*>(elements), static_cast<std::size_t>(length));
+  return true;
+}
+
 jbyte* CopyByteArray(const JAccessor& accessor, jbyteArray array, std::string& bytes) {
   const jsize length = accessor.jni()->GetArrayLength(array);
   jbyte* elements = accessor.jni()->GetByteArrayElements(array, nullptr);
-  if (elements == nullptr) return nullptr;
-  bytes.assign(reinterpret_cast<const char*>(elements), static_cast<std::size_t>(length));
+  AssignElements(bytes, elements, length);
   return elements;
 }
 
 bool ReadByteArray(JAccessor& accessor, jbyteArray array, std::string& bytes) {
   if (array == nullptr) return false;
-  jbyte* elements = CopyByteArray(accessor, array, bytes);
-  if (elements != nullptr) {
-    accessor.jni()->ReleaseByteArrayElements(array, elements, JNI_ABORT);
-  }
+  const jsize length = accessor.jni()->GetArrayLength(array);
+  jbyte* elements = accessor.jni()->GetByteArrayElements(array, nullptr);
+  const bool copied = AssignElements(bytes, elements, length);
+  accessor.jni()->ReleaseByteArrayElements(array, elements, JNI_ABORT);
   accessor.exceptionCheck();
-  return elements != nullptr;
+  return copied;
 }
 
 const jbyte* ReadLengthPrefixedBlock(const jbyte* position, std::string& bytes) {
@@ -74,17 +93,13 @@ const jbyte* ReadLengthPrefixedBlock(const jbyte* position, std::string& bytes) 
 
 void ReadTranscodedString(JAccessor& accessor, jstring string, std::string& text) {
   if (string == nullptr) return;
-  const jsize length = accessor.jni()->GetStringLength(string);
+  // Asked for and not used: the text ends at its zero unit.
+  accessor.jni()->GetStringLength(string);
   accessor.exceptionCheck();
   const jchar* chars = accessor.jni()->GetStringChars(string, nullptr);
   accessor.exceptionCheck();
-  if (chars == nullptr) return;
-
-  // JNI does not promise a terminated buffer, and the transcoder reads up to a zero unit.
-  const std::basic_string<unsigned short> terminated(chars, static_cast<std::size_t>(length));
-  char* utf8 = TESKMBTranscodeU8(terminated.c_str());
-  if (utf8 != nullptr) text = utf8;
-  TESKMBRelease(&utf8);
+  // JNI does not promise the zero unit; today's JVMs write it, and the guard gives none without it.
+  if (chars != nullptr) Transcode(chars, text);
   accessor.jni()->ReleaseStringChars(string, chars);
   accessor.exceptionCheck();
 }

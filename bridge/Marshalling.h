@@ -32,15 +32,24 @@ jstring NewJavaStringFromNative(JAccessor& accessor, const std::string& text);
 /// A UTF-8 text as a new Java string, made by the host's JNI accessor library.
 jstring NewJavaStringFromUtf8(JAccessor& accessor, const std::string& text);
 
-/// Copies a whole `byte[]` into `bytes` and returns the elements, which the caller releases.
+/// Replaces `bytes` with the elements of a `byte[]`.
 ///
-/// Null, with `bytes` untouched, when Java did not give the elements. No exception check is made.
+/// False, with `bytes` untouched, when the array has elements and Java did not give them. Null
+/// elements of an empty array are no failure: a JVM has nothing to give there.
+bool AssignElements(std::string& bytes, const jbyte* elements, jsize length);
+
+/// Copies a whole `byte[]` into `bytes` and returns the elements as Java gave them, for the caller
+/// to release, also where they are null.
+///
+/// `bytes` stays as it is when the array has elements and Java did not give them. No exception
+/// check is made.
 jbyte* CopyByteArray(const JAccessor& accessor, jbyteArray array, std::string& bytes);
 
-/// Copies a whole `byte[]` into `bytes` and releases it without writing back.
+/// Copies a whole `byte[]` into `bytes` and releases what Java gave, also null, without writing
+/// back.
 ///
-/// False, with `bytes` untouched, when `array` is null or Java did not give its elements. True for
-/// an empty array.
+/// False, with `bytes` untouched, when `array` is null or has elements that Java did not give. True
+/// for an empty array.
 bool ReadByteArray(JAccessor& accessor, jbyteArray array, std::string& bytes);
 
 /// Copies one block (a 4-byte big-endian length and as many bytes) into `bytes` and returns the
@@ -49,7 +58,9 @@ bool ReadByteArray(JAccessor& accessor, jbyteArray array, std::string& bytes);
 /// The length is Java's word: nothing tells where the memory ends.
 const jbyte* ReadLengthPrefixedBlock(const jbyte* position, std::string& bytes);
 
-/// Transcodes a Java string to UTF-8 with the host's transcoder. A null string leaves `text`
+/// Transcodes a Java string, up to its first zero unit, to UTF-8 with the host's transcoder.
+///
+/// A null string, units that Java does not give, and a transcoder that answers null leave `text`
 /// untouched.
 void ReadTranscodedString(JAccessor& accessor, jstring string, std::string& text);
 

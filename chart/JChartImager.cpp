@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "chart/JChartImager.h"
 
-#include <cstddef>
-
 #include "bridge/Marshalling.h"
+#include "bridge/NullEnv.h"
 
+using chartbridge::AssignElements;
 using chartbridge::CopyByteArray;
 using chartbridge::NewByteArray;
 using chartbridge::NewDirectBuffer;
 using chartbridge::NewJavaString;
+using chartbridge::NullEnv;
 using chartbridge::ReadLengthPrefixedBlock;
 
 namespace {
@@ -113,7 +114,7 @@ bool JChartImager::RenderToMem(const std::string& chart, const std::string& data
   if (result != nullptr) {
     jbyte* elements = CopyByteArray(*this, result, output);
     exceptionCheck();
-    if (elements != nullptr) jni()->ReleaseByteArrayElements(result, elements, JNI_ABORT);
+    jni()->ReleaseByteArrayElements(result, elements, JNI_ABORT);
     exceptionCheck();
   }
   // The output is never cleared: bytes of an earlier call count when Java returns nothing.
@@ -143,16 +144,17 @@ bool JChartImager::RenderImageMapToMemory(
     // Asked for and not used: the blocks say their own lengths, and Java is trusted with them.
     jni()->GetArrayLength(result);
     jbyte* elements = jni()->GetByteArrayElements(result, nullptr);
+    // Only an image map has more blocks than one, and only its elements are released; pictures keep
+    // theirs on purpose.
+    const bool isImageMap = imageType == kImageMap;
     if (elements != nullptr) {
       const jbyte* position = ReadLengthPrefixedBlock(elements, output1);
-      // Only an image map has more blocks, and only its elements are released; pictures keep theirs
-      // on purpose.
-      if (imageType == kImageMap) {
+      if (isImageMap) {
         position = ReadLengthPrefixedBlock(position, output2);
         ReadLengthPrefixedBlock(position, output3);
-        jni()->ReleaseByteArrayElements(result, elements, JNI_ABORT);
       }
     }
+    if (isImageMap) jni()->ReleaseByteArrayElements(result, elements, JNI_ABORT);
     exceptionCheck();
   }
   return !output1.empty();
@@ -190,6 +192,9 @@ bool JChartImager::ConvertImage(const std::string& image, const jchar* path, int
 }
 
 bool JChartImager::ApplyStyleSheet(std::string& document, const std::string& styleSheet) {
+  // Without an env nothing reaches Java, and the zeros that the calls would give are no result that
+  // may replace the host's document.
+  if (jni() == NullEnv()) return false;
   const jbyteArray documentArray = NewByteArray(*this, document);
   const jbyteArray styleSheetArray = NewByteArray(*this, styleSheet);
   setMethod("ApplyStyleSheet", "([B[B)[B");
@@ -202,13 +207,8 @@ bool JChartImager::ApplyStyleSheet(std::string& document, const std::string& sty
   exceptionCheck();
   jbyte* elements = jni()->GetByteArrayElements(result, nullptr);
   exceptionCheck();
-  if (elements == nullptr && length > 0) return false;
-  if (length > 0) {
-    document.assign(reinterpret_cast<const char*>(elements), static_cast<std::size_t>(length));
-  } else {
-    document.clear();
-  }
+  const bool replaced = AssignElements(document, elements, length);
   jni()->ReleaseByteArrayElements(result, elements, JNI_ABORT);
   exceptionCheck();
-  return length != 0;
+  return replaced && length != 0;
 }

@@ -14,15 +14,16 @@
 /// floating-point environment, so many Java threads may be in it at once. Texts go to and from the
 /// transformer as modified UTF-8, unconverted.
 ///
-/// @return a new Java string, empty when an argument is null, when the transformer throws and when
-/// it
-///     serialises to nothing; never an exception of its own
+/// @return a new Java string, empty when an argument is null or Java does not give its text, when
+///     the transformer throws and when it serialises to nothing; never an exception of its own
 extern "C" CHARTBRIDGE_EXPORT jstring JNICALL
 Java_com_tesk_charteditor_template_ApplyTemplate_apply(JNIEnv* env, jobject /*self*/,
                                                        jstring chartXml, jstring templateXml) {
   jboolean isCopy = JNI_FALSE;
-  const char* chart = env->GetStringUTFChars(chartXml, &isCopy);
-  const char* templ = env->GetStringUTFChars(templateXml, &isCopy);
+  // Asking for the text of null ends the process on today's JVMs.
+  const char* chart = chartXml == nullptr ? nullptr : env->GetStringUTFChars(chartXml, &isCopy);
+  const char* templ =
+      templateXml == nullptr ? nullptr : env->GetStringUTFChars(templateXml, &isCopy);
   jstring result = env->NewStringUTF("");
   if (chart != nullptr && templ != nullptr) {
     try {

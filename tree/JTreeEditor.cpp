@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tree/JTreeEditor.h"
 
-#include <cstddef>
-
 #include "bridge/Marshalling.h"
 
+using chartbridge::AssignElements;
 using chartbridge::NewByteArray;
 using chartbridge::NewJavaString;
 
@@ -121,12 +120,14 @@ bool JTreeEditor::readSize(jlongArray array, long& width, long& height) {
   if (length < 2) return false;
   jlong* elements = jni()->GetLongArrayElements(array, nullptr);
   exceptionCheck();
-  if (elements == nullptr) return false;
-  width = elements[0];
-  height = elements[1];
+  const bool given = elements != nullptr;
+  if (given) {
+    width = elements[0];
+    height = elements[1];
+  }
   jni()->ReleaseLongArrayElements(array, elements, JNI_ABORT);
   exceptionCheck();
-  return width > 0 && height > 0;
+  return given && width > 0 && height > 0;
 }
 
 std::string JTreeEditor::extractDisplayData() {
@@ -151,10 +152,7 @@ std::string JTreeEditor::readBytes(jbyteArray array) {
   exceptionCheck();
   jbyte* elements = jni()->GetByteArrayElements(array, nullptr);
   exceptionCheck();
-  if (length > 0) {
-    if (elements == nullptr) return bytes;
-    bytes.assign(reinterpret_cast<const char*>(elements), static_cast<std::size_t>(length));
-  }
+  AssignElements(bytes, elements, length);
   jni()->ReleaseByteArrayElements(array, elements, JNI_ABORT);
   exceptionCheck();
   return bytes;

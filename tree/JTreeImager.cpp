@@ -4,12 +4,11 @@
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
-#include <new>
 #include <stdexcept>
 
 #include "bridge/Marshalling.h"
 
-using chartbridge::CopyByteArray;
+using chartbridge::AssignElements;
 using chartbridge::NewByteArray;
 using chartbridge::NewJavaString;
 
@@ -19,6 +18,27 @@ namespace {
 constexpr jint kPercent = 100;
 
 jboolean ToJava(bool flag) { return flag ? JNI_TRUE : JNI_FALSE; }
+
+// What the standard library throws for a string made from a null pointer: names without bytes, and
+// bytes that Java has and does not give, are failures that the host gets to see.
+[[noreturn]] void RefuseNullString() {
+  throw std::logic_error("basic_string: construction from null is not valid");
+}
+
+// The bytes and a zero byte in memory of their own; null when there is none.
+const char* NewTerminated(const jbyte* elements, std::size_t bytes) {
+  auto* text = static_cast<char*>(std::malloc(bytes + 1));
+  if (text == nullptr) return nullptr;
+  std::memcpy(text, elements, bytes);
+  text[bytes] = '\0';
+  return text;
+}
+
+std::string Picture(const jbyte* elements, jsize length) {
+  std::string bytes;
+  if (!AssignElements(bytes, elements, length)) RefuseNullString();
+  return bytes;
+}
 
 }  // namespace
 
@@ -67,12 +87,14 @@ bool JTreeImager::calculateSizeArray(const std::string& model, const std::string
   if (length < 2) return false;
   jlong* elements = jni()->GetLongArrayElements(size, nullptr);
   exceptionCheck();
-  if (elements == nullptr) return false;
-  width = elements[0];
-  height = elements[1];
+  const bool given = elements != nullptr;
+  if (given) {
+    width = elements[0];
+    height = elements[1];
+  }
   jni()->ReleaseLongArrayElements(size, elements, JNI_ABORT);
   exceptionCheck();
-  return width > 0 && height > 0;
+  return given && width > 0 && height > 0;
 }
 
 bool JTreeImager::renderToMemory(const std::string& model, const std::string& display,
@@ -85,10 +107,13 @@ bool JTreeImager::renderToMemory(const std::string& model, const std::string& di
       getObject(), getMethodID(), modelArray, displayArray, static_cast<jint>(type), kPercent));
   exceptionCheck();
   if (result != nullptr) {
-    jbyte* elements = CopyByteArray(*this, result, image);
-    if (elements != nullptr) size = static_cast<unsigned int>(image.size());
+    const jsize length = jni()->GetArrayLength(result);
+    // Written before the bytes are there, on purpose.
+    size = static_cast<unsigned int>(length);
+    jbyte* elements = jni()->GetByteArrayElements(result, nullptr);
+    AssignElements(image, elements, length);
     exceptionCheck();
-    if (elements != nullptr) jni()->ReleaseByteArrayElements(result, elements, JNI_ABORT);
+    jni()->ReleaseByteArrayElements(result, elements, JNI_ABORT);
     exceptionCheck();
   }
   // The image is never cleared: bytes of an earlier call count when Java returns nothing.
@@ -154,14 +179,9 @@ bool JTreeImager::readPictures(jobject map, std::map<std::string, unsigned int>&
     const auto value = static_cast<jbyteArray>(jni()->CallObjectMethod(entry, getValue));
     jbyte* elements = jni()->GetByteArrayElements(value, nullptr);
     const jsize length = jni()->GetArrayLength(value);
-    if (elements == nullptr && length > 0) {
-      exceptionCheck();
-      return false;
-    }
     // A name that is there already keeps what it has.
     sizes.insert({key, static_cast<unsigned int>(length)});
-    images.insert({key, std::string(reinterpret_cast<const char*>(elements),
-                                    static_cast<std::size_t>(length))});
+    images.insert({key, Picture(elements, length)});
     exceptionCheck();
     // Released against the key's array, on purpose. The guard keeps element buffers of its own and
     // does not care; without it, today's JVMs abort here when the value is empty.
@@ -178,25 +198,16 @@ bool JTreeImager::readKey(jobject entry, jmethodID getKey, jbyteArray& keyBytes,
   keyBytes = static_cast<jbyteArray>(jni()->CallObjectMethod(keyString, getBytes));
   const jsize length = jni()->GetArrayLength(keyBytes);
   jbyte* elements = jni()->GetByteArrayElements(keyBytes, nullptr);
+  // Not released: Java would write back to the key's bytes what it did not give.
   if (elements == nullptr && length > 0) return false;
   // Never freed, on purpose: one small block stays for each entry.
-  char* text = nullptr;
-  if (length > 0) {
-    const auto bytes = static_cast<std::size_t>(length);
-    text = static_cast<char*>(std::malloc(bytes + 1));
-    if (text == nullptr) throw std::bad_alloc();
-    std::memcpy(text, elements, bytes);
-    text[bytes] = '\0';
-  }
+  const char* text = length > 0 ? NewTerminated(elements, static_cast<std::size_t>(length)) : nullptr;
   jni()->ReleaseByteArrayElements(keyBytes, elements, 0);
-  // What the standard library throws for a string made from a null pointer: an empty key is a
-  // mistake of the Java side that the host gets to see.
-  if (text == nullptr) {
-    throw std::logic_error("basic_string: construction from null is not valid");
-  }
+  if (length <= 0) RefuseNullString();
+  if (text == nullptr) return false;
   // A key that holds a zero byte ends there.
   key = text;
-  return true;  // NOLINT(clang-analyzer-unix.Malloc): text stays allocated, see above
+  return true;
 }
 
 bool JTreeImager::renderModelToFiles(const std::string& doc1, const std::string& doc2,

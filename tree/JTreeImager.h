@@ -29,14 +29,15 @@ class JTreeImager : public JAccessor {
   /// two.
   bool calculateSizeArray(const std::string& model, const std::string& display, long& width,
                           long& height);
-  /// `path` and `flag` do not reach Java. True when `image` is not empty afterwards; `size` and
-  /// `image` are written only when Java returns bytes.
+  /// `path` and `flag` do not reach Java. True when `image` is not empty afterwards; `size` is
+  /// written only when Java returns an array, and `image` only when it also gives its bytes.
   bool renderToMemory(const std::string& model, const std::string& display,
                       const unsigned short* path, unsigned int& size, int imageType, bool flag,
                       std::string& image);
   void setSchemaPath(const unsigned short* path, int pathLength);
   /// Adds Java's pictures to the maps; what they hold already stays. True when `images` is not
-  /// empty afterwards. Throws `std::logic_error` for a picture whose name has no bytes.
+  /// empty afterwards. Throws `std::logic_error` for a picture whose name has no bytes, and for one
+  /// whose bytes Java has and does not give; its size has been added then.
   bool renderModelToMemory(const std::string& doc1, const std::string& doc2,
                            const std::string& doc3, const std::string& doc4,
                            const unsigned short* text1, int text1Length, int imageType, int extra,

@@ -313,12 +313,12 @@ TEST_F(ExAccessorTest, AJavaExceptionRepeatsTheResultBefore) {
           PendingException(exception))));
 }
 
-TEST_F(ExAccessorTest, ExportOutputReadsAStringWithoutATerminator) {
-  jvm.TerminateStringChars(false);
+TEST_F(ExAccessorTest, ExportOutputIsReadUpToItsZeroUnitWhateverItsLength) {
   const std::unique_ptr<ExAccessor> exporter = Made();
-  Method("exportOutput", kExport).Returns(jvm.MakeString("unterminated"));
+  Method("exportOutput", kExport).Returns(jvm.MakeString("the whole text"));
+  jvm.Fail("GetStringLength", 1);
   EXPECT_FALSE(exporter->ExportOutput("x"));
-  EXPECT_EQ(exporter->getError(), "unterminated");
+  EXPECT_EQ(exporter->getError(), "the whole text");
 }
 
 TEST_F(ExAccessorTest, TheRequestEndsAtItsFirstZeroByte) {

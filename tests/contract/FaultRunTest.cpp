@@ -98,11 +98,10 @@ std::vector<std::pair<std::string, std::string>> PictureSpecials() {
       {", getBytes, ", kLogicError},
       {"getBytes()[B)", kLogicError},
       {"GetArrayLength(byte[]#", kLogicError},
-      // Bytes that Java has and does not give end the operation.
+      // Bytes that Java has and does not give make no picture, and a key's end the operation.
+      {"GetByteArrayElements(byte[] ", kLogicError},
       {"GetByteArrayElements(byte[]#5)", nothing},
       {"GetByteArrayElements(byte[]#6)", after_a},
-      {"GetByteArrayElements(byte[] a)", nothing},
-      {"GetByteArrayElements(byte[] b)", after_a},
       // Whatever loses the value makes an empty picture. The lookups are the fifth and the ninth of
       // their function, behind the operation's own, the four of the iteration and the key's.
       {"GetMethodID#7 ", a_empty},
@@ -121,7 +120,9 @@ TreeSpecial SpecialOf(const std::string& name) {
        {{{"deActivate", "true 640x480"}}, "ReleaseLongArrayElements", "false 640x480"}},
       {"CalculateSizeHeadless", {{}, "ReleaseLongArrayElements", "false 640x480"}},
       {"RenderPMMLAtLocation", {{}, "CallVoidMethod", "done"}},
-      {"RenderImageToMemoryHeadless", {{{"GetArrayLength", "false 0 \"\""}}, "", ""}},
+      // The size is written before the bytes are there.
+      {"RenderImageToMemoryHeadless",
+       {{{"GetArrayLength", "false 0 \"\""}, {"GetByteArrayElements", "false 3 \"\""}}, "", ""}},
       {"RenderModelToMemoryHeadless", {PictureSpecials(), "", ""}},
       {"RenderModelToFileHeadless",
        {{{"GetArrayLength", "true files{\"old\" }"},
@@ -334,6 +335,7 @@ FaultOperation StyleSheetFaults() {
       ChartFaults({"ApplyStyleSheet", "ApplyStyleSheet", "([B[B)[B", "styled", ApplyStyleSheet},
                   "true styled", "false ");
   faults.special = {{"GetByteArrayElements", "false document"}};
+  faults.unattached = "false document";
   faults.on_jexception = "false document";
   faults.on_bad_alloc = "false document";
   faults.written_from = "ReleaseByteArrayElements";

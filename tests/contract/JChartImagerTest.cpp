@@ -115,6 +115,16 @@ class JChartImagerTest : public ContractTest {
                     ", \"text1\", byte[]#2 \"aux1\", \"text2\", byte[]#3 \"aux2\"");
   }
 
+  static Events StyleEvents(const std::string& released) {
+    return Seq(ByteArrayArgument(1, "<doc/>"), ByteArrayArgument(2, "<style/>"),
+               Call("CallObjectMethod", "ApplyStyleSheet", kStyle,
+                    "byte[]#1 \"<doc/>\", byte[]#2 \"<style/>\""),
+               "GetArrayLength(byte[] styled)", NoPendingException(),
+               "GetByteArrayElements(byte[] styled)", NoPendingException(),
+               "ReleaseByteArrayElements(byte[] styled, " + released + ", JNI_ABORT)",
+               NoPendingException());
+  }
+
   const unsigned char data[4] = {'d', 'a', 't', 'a'};
   const Text path{"out.png"};
   const Text text1{"text1"};
@@ -328,12 +338,30 @@ TEST_F(JChartImagerTest, RenderToMemKeepsZeroBytes) {
   EXPECT_EQ(output, picture);
 }
 
-TEST_F(JChartImagerTest, RenderToMemWithoutElementsKeepsTheOutput) {
-  Mem().Returns(jvm.MakeBytes("picture", "PNG"));
+TEST_F(JChartImagerTest, RenderToMemOfAnEmptyResultWithNullElementsEmptiesTheOutput) {
+  Mem().Returns(jvm.MakeBytes("picture", ""));
   jvm.Fail("GetByteArrayElements", 1);
-  std::string output;
+  std::string output = "old";
   EXPECT_FALSE(RenderToMem(2, output));
   EXPECT_EQ(output, "");
+  EXPECT_TRUE(Happened(Seq(MemArguments(), MemCall("2"), "GetArrayLength(byte[] picture)",
+                           "GetByteArrayElements(byte[] picture)", NoPendingException(),
+                           "ReleaseByteArrayElements(byte[] picture, null, JNI_ABORT)",
+                           NoPendingException())));
+}
+
+TEST_F(JChartImagerTest, RenderToMemWithoutElementsKeepsTheOutput) {
+  for (const char* old : {"", "old"}) {
+    Mem().Returns(jvm.MakeBytes("picture", "PNG"));
+    jvm.Fail("GetByteArrayElements", 1);
+    std::string output = old;
+    EXPECT_EQ(RenderToMem(2, output), !output.empty());
+    EXPECT_EQ(output, old);
+    const Events events = EventLog::Get().Texts(Source::kJni);
+    EXPECT_EQ(events[events.size() - 2],
+              "ReleaseByteArrayElements(byte[] picture, null, JNI_ABORT)");
+    EventLog::Get().Clear();
+  }
 }
 
 TEST_F(JChartImagerTest, RenderToMemWithAJavaExceptionIsLogged) {
@@ -441,6 +469,20 @@ TEST_F(JChartImagerTest, AMapWithoutElementsKeepsTheOutputs) {
   EXPECT_EQ(output1, "");
   EXPECT_EQ(output2, "old2");
   EXPECT_EQ(output3, "old3");
+  EXPECT_TRUE(Happened(Seq(MapArguments(), MapCall("7", "false"), "GetArrayLength(byte[] blocks)",
+                           "GetByteArrayElements(byte[] blocks)",
+                           "ReleaseByteArrayElements(byte[] blocks, null, JNI_ABORT)",
+                           NoPendingException())));
+}
+
+// No block can be read from null, whatever the length says, which is not asked anyway.
+TEST_F(JChartImagerTest, AnEmptyMapWithNullElementsKeepsTheOutputs) {
+  Map().Returns(jvm.MakeBytes("blocks", ""));
+  jvm.Fail("GetByteArrayElements", 1);
+  EXPECT_TRUE(RenderMapToMemory(5, false));
+  EXPECT_EQ(output1, "old1");
+  EXPECT_TRUE(Happened(Seq(MapArguments(), MapCall("5", "true"), "GetArrayLength(byte[] blocks)",
+                           "GetByteArrayElements(byte[] blocks)", NoPendingException())));
 }
 
 // ---- Utilities.
@@ -478,9 +520,14 @@ TEST_F(JChartImagerTest, EmbedHistogramWithoutADirectBufferIsEmptyWithoutJava) {
 
 TEST_F(JChartImagerTest, EmbedHistogramWithoutElementsIsEmpty) {
   unsigned char histogram[3] = {'h', 'i', 's'};
-  Embed().Returns(jvm.MakeBytes("graph", "graph"));
-  jvm.Fail("GetByteArrayElements", 1);
-  EXPECT_EQ(imager->EmbedHistogramInGraph("first", "second", histogram, 3, 1), "");
+  for (const char* graph : {"graph", ""}) {
+    Embed().Returns(jvm.MakeBytes("graph", graph));
+    jvm.Fail("GetByteArrayElements", 1);
+    EXPECT_EQ(imager->EmbedHistogramInGraph("first", "second", histogram, 3, 1), "");
+    const Events events = EventLog::Get().Texts(Source::kJni);
+    EXPECT_EQ(events[events.size() - 2], "GetByteArrayElements(byte[] graph)");
+    EventLog::Get().Clear();
+  }
 }
 
 TEST_F(JChartImagerTest, ConvertImage) {
@@ -498,13 +545,7 @@ TEST_F(JChartImagerTest, ApplyStyleSheetChecksAfterEveryStep) {
   std::string document = "<doc/>";
   EXPECT_TRUE(imager->ApplyStyleSheet(document, "<style/>"));
   EXPECT_EQ(document, "<styled/>");
-  EXPECT_TRUE(Happened(Seq(ByteArrayArgument(1, "<doc/>"), ByteArrayArgument(2, "<style/>"),
-                           Call("CallObjectMethod", "ApplyStyleSheet", kStyle,
-                                "byte[]#1 \"<doc/>\", byte[]#2 \"<style/>\""),
-                           "GetArrayLength(byte[] styled)", NoPendingException(),
-                           "GetByteArrayElements(byte[] styled)", NoPendingException(),
-                           "ReleaseByteArrayElements(byte[] styled, elements, JNI_ABORT)",
-                           NoPendingException())));
+  EXPECT_TRUE(Happened(StyleEvents("elements")));
 }
 
 TEST_F(JChartImagerTest, ApplyStyleSheetOfAnEmptyResultEmptiesTheDocument) {
@@ -530,6 +571,24 @@ TEST_F(JChartImagerTest, ApplyStyleSheetWithoutElementsKeepsTheDocument) {
   std::string document = "<doc/>";
   EXPECT_FALSE(imager->ApplyStyleSheet(document, "<style/>"));
   EXPECT_EQ(document, "<doc/>");
+  EXPECT_TRUE(Happened(StyleEvents("null")));
+}
+
+TEST_F(JChartImagerTest, ApplyStyleSheetOfAnEmptyResultWithNullElementsEmptiesTheDocument) {
+  Style().Returns(jvm.MakeBytes("styled", ""));
+  jvm.Fail("GetByteArrayElements", 1);
+  std::string document = "<doc/>";
+  EXPECT_FALSE(imager->ApplyStyleSheet(document, "<style/>"));
+  EXPECT_EQ(document, "");
+  EXPECT_TRUE(Happened(StyleEvents("null")));
+}
+
+TEST_F(JChartImagerTest, ApplyStyleSheetWithoutAnEnvKeepsTheDocument) {
+  imager->setEnv(nullptr);
+  std::string document = "<doc/>";
+  EXPECT_FALSE(imager->ApplyStyleSheet(document, "<style/>"));
+  EXPECT_EQ(document, "<doc/>");
+  EXPECT_TRUE(Happened(Source::kJni, {}));
 }
 
 // ---- Lookups.

@@ -195,6 +195,10 @@ TEST_F(JTreeEditorTest, SizesThatJavaDoesNotGiveAreFailure) {
   EXPECT_EQ(width, -1);
   EXPECT_EQ(height, -2);
   EXPECT_EQ(jvm.Pending(), nullptr);
+  EXPECT_TRUE(Happened(
+      Seq(EditorCall("CallObjectMethod", "getSizeArray", "()[J"), "GetArrayLength(long[] size)",
+          NoPendingException(), "GetLongArrayElements(long[] size)", PendingException(memory),
+          "ReleaseLongArrayElements(long[] size, null, JNI_ABORT)", NoPendingException())));
 }
 
 TEST_F(JTreeEditorTest, ExtractDisplayDataOfAnEmptyArray) {
@@ -207,14 +211,33 @@ TEST_F(JTreeEditorTest, ExtractDisplayDataOfAnEmptyArray) {
                            NoPendingException())));
 }
 
+// Also those of an empty array, which are none to give. What was obtained is released either way.
 TEST_F(JTreeEditorTest, BytesThatJavaDoesNotGiveAreEmpty) {
   for (const char* name : {"extractDisplayData", "extractCompressedPMML"}) {
-    Method(name, kGivesBytes).Returns(jvm.MakeBytes("data", "abc"));
-    jvm.Fail("GetByteArrayElements", 1, jvm.MakeThrowable("java/lang/OutOfMemoryError", "heap"));
-    const bool display = std::string(name) == "extractDisplayData";
-    EXPECT_EQ(display ? binding->extractDisplayData() : binding->extractCompressedPMML(), "");
-    EXPECT_EQ(jvm.Pending(), nullptr);
+    for (const char* content : {"abc", ""}) {
+      Method(name, kGivesBytes).Returns(jvm.MakeBytes("data", content));
+      jvm.Fail("GetByteArrayElements", 1);
+      const bool display = std::string(name) == "extractDisplayData";
+      EXPECT_EQ(display ? binding->extractDisplayData() : binding->extractCompressedPMML(), "");
+      EXPECT_TRUE(Happened(Seq(EditorCall("CallObjectMethod", name, kGivesBytes),
+                               "GetArrayLength(byte[] data)", NoPendingException(),
+                               "GetByteArrayElements(byte[] data)", NoPendingException(),
+                               "ReleaseByteArrayElements(byte[] data, null, JNI_ABORT)",
+                               NoPendingException())));
+    }
   }
+}
+
+TEST_F(JTreeEditorTest, AnExceptionInsteadOfBytesIsRecorded) {
+  Method("extractDisplayData", kGivesBytes).Returns(jvm.MakeBytes("data", "abc"));
+  const jthrowable memory = jvm.MakeThrowable("java/lang/OutOfMemoryError", "heap");
+  jvm.Fail("GetByteArrayElements", 1, memory);
+  EXPECT_EQ(binding->extractDisplayData(), "");
+  EXPECT_TRUE(Happened(Seq(EditorCall("CallObjectMethod", "extractDisplayData", kGivesBytes),
+                           "GetArrayLength(byte[] data)", NoPendingException(),
+                           "GetByteArrayElements(byte[] data)", PendingException(memory),
+                           "ReleaseByteArrayElements(byte[] data, null, JNI_ABORT)",
+                           NoPendingException())));
 }
 
 TEST_F(JTreeEditorTest, NoReferenceIsDeleted) {

@@ -137,6 +137,8 @@ TEST_F(JTreeImagerTest, SizesThatJavaDoesNotGiveAreFailure) {
   EXPECT_FALSE(binding->calculateSizeArray("m", "d", width, height));
   EXPECT_EQ(width, -1);
   EXPECT_EQ(height, -2);
+  const Events events = EventLog::Get().Texts(Source::kJni);
+  EXPECT_EQ(events[events.size() - 2], "ReleaseLongArrayElements(long[] size, null, JNI_ABORT)");
 }
 
 TEST_F(JTreeImagerTest, RenderToMemorySendsNoPathAndNoFlag) {
@@ -164,14 +166,38 @@ TEST_F(JTreeImagerTest, RenderToMemoryOfNullAnswersByTheImage) {
   EXPECT_FALSE(binding->renderToMemory("m", "d", nullptr, size, 3, false, image));
 }
 
-TEST_F(JTreeImagerTest, AnImageThatJavaDoesNotGiveLeavesTheOutputs) {
-  Method("renderToMemory", kRenderToMemory).Returns(jvm.MakeBytes("image", "PNG"));
-  jvm.Fail("GetByteArrayElements", 1, jvm.MakeThrowable("java/lang/OutOfMemoryError", "heap"));
+TEST_F(JTreeImagerTest, AnEmptyImageWithNullElementsEmptiesTheImage) {
+  Method("renderToMemory", kRenderToMemory).Returns(jvm.MakeBytes("image", ""));
+  jvm.Fail("GetByteArrayElements", 1);
   unsigned int size = 7;
-  std::string image;
+  std::string image = "before";
   EXPECT_FALSE(binding->renderToMemory("m", "d", nullptr, size, 3, false, image));
+  EXPECT_EQ(size, 0U);
   EXPECT_EQ(image, "");
-  EXPECT_EQ(jvm.Pending(), nullptr);
+  EXPECT_TRUE(Happened(Seq(
+      ByteArrayArgument(1, "m"), ByteArrayArgument(2, "d"),
+      ImagerCall("CallObjectMethod", "renderToMemory", kRenderToMemory,
+                 "byte[]#1 \"m\", byte[]#2 \"d\", 3, 100"),
+      "GetArrayLength(byte[] image)", "GetByteArrayElements(byte[] image)", NoPendingException(),
+      "ReleaseByteArrayElements(byte[] image, null, JNI_ABORT)", NoPendingException())));
+}
+
+TEST_F(JTreeImagerTest, AnImageThatJavaDoesNotGiveLeavesTheImageAndTellsItsSize) {
+  Method("renderToMemory", kRenderToMemory).Returns(jvm.MakeBytes("image", "PNG"));
+  const jthrowable memory = jvm.MakeThrowable("java/lang/OutOfMemoryError", "heap");
+  jvm.Fail("GetByteArrayElements", 1, memory);
+  unsigned int size = 7;
+  std::string image = "before";
+  EXPECT_TRUE(binding->renderToMemory("m", "d", nullptr, size, 3, false, image));
+  EXPECT_EQ(size, 3U);
+  EXPECT_EQ(image, "before");
+  EXPECT_TRUE(Happened(Seq(
+      ByteArrayArgument(1, "m"), ByteArrayArgument(2, "d"),
+      ImagerCall("CallObjectMethod", "renderToMemory", kRenderToMemory,
+                 "byte[]#1 \"m\", byte[]#2 \"d\", 3, 100"),
+      "GetArrayLength(byte[] image)", "GetByteArrayElements(byte[] image)",
+      PendingException(memory), "ReleaseByteArrayElements(byte[] image, null, JNI_ABORT)",
+      NoPendingException())));
 }
 
 TEST_F(JTreeImagerTest, SetSchemaPathLooksUpFirstAndChecksLast) {
@@ -364,11 +390,55 @@ TEST_F(PictureMapTest, AValueOfNullIsReadAsItIs) {
   EXPECT_EQ(jvm.Pending(), nullptr);
 }
 
-TEST_F(PictureMapTest, AValueThatJavaDoesNotGiveIsFailure) {
+TEST_F(PictureMapTest, AnEmptyValueWithNullElementsIsAnEmptyPicture) {
+  Gives({{"a", jvm.MakeBytes("a", "")}});
+  jvm.Fail("GetByteArrayElements", 2);
+  EXPECT_TRUE(Render());
+  EXPECT_EQ(sizes, (Sizes{{"a", 0U}}));
+  EXPECT_EQ(images, (Images{{"a", ""}}));
+  EXPECT_TRUE(Happened(Seq(Call(), OpenIteration(), HasNext(), Key(1, "a"),
+                           "CallObjectMethod(HashMap$Node@1, getValue()Ljava/lang/Object;)",
+                           "GetByteArrayElements(byte[] a)", "GetArrayLength(byte[] a)",
+                           NoPendingException(),
+                           "ReleaseByteArrayElements(byte[]#5, null, JNI_ABORT)",
+                           NoPendingException(), HasNext(), NoPendingException())));
+}
+
+// Its size is added, its picture cannot be made, and nothing is checked or released on the way out.
+TEST_F(PictureMapTest, AValueThatJavaDoesNotGiveIsALogicError) {
+  Gives({{"a", jvm.MakeBytes("a", "123")}, {"b", jvm.MakeBytes("b", "4")}});
+  const jthrowable memory = jvm.MakeThrowable("java/lang/OutOfMemoryError", "heap");
+  jvm.Fail("GetByteArrayElements", 4, memory);
+  EXPECT_THROW(Render(), std::logic_error);
+  EXPECT_EQ(sizes, (Sizes{{"a", 3U}, {"b", 1U}}));
+  EXPECT_EQ(images, (Images{{"a", "123"}}));
+  EXPECT_TRUE(Happened(Seq(Call(), OpenIteration(), HasNext(), Key(1, "a"), Value(1, "byte[] a"),
+                           HasNext(), Key(2, "b"),
+                           "CallObjectMethod(HashMap$Node@2, getValue()Ljava/lang/Object;)",
+                           "GetByteArrayElements(byte[] b)", "GetArrayLength(byte[] b)")));
+  EXPECT_EQ(jvm.Pending(), memory);
+  EXPECT_EQ(jvm.UnreleasedBuffers(), 0U);
+}
+
+TEST_F(PictureMapTest, AValueOfAKnownNameThatJavaDoesNotGiveIsALogicErrorToo) {
+  sizes = {{"a", 99U}};
+  images = {{"a", "old"}};
   Gives({{"a", jvm.MakeBytes("a", "123")}});
-  jvm.Fail("GetByteArrayElements", 2, jvm.MakeThrowable("java/lang/OutOfMemoryError", "heap"));
+  jvm.Fail("GetByteArrayElements", 2);
+  EXPECT_THROW(Render(), std::logic_error);
+  EXPECT_EQ(sizes, (Sizes{{"a", 99U}}));
+  EXPECT_EQ(images, (Images{{"a", "old"}}));
+}
+
+TEST_F(PictureMapTest, AKeyThatFindsNoMemoryIsFailure) {
+  Gives({{"a", jvm.MakeBytes("a", "123")}});
+  MallocProbe::Get().Start();
+  MallocProbe::Get().FailNext();
   EXPECT_FALSE(Render());
+  MallocProbe::Get().Stop();
+  EXPECT_TRUE(sizes.empty());
   EXPECT_TRUE(images.empty());
+  EXPECT_EQ(jvm.UnreleasedBuffers(), 0U);
 }
 
 TEST_F(PictureMapTest, AKeyThatJavaDoesNotGiveIsFailure) {

@@ -81,11 +81,39 @@ TEST_F(MarshallingTest, ZeroBytesAreKept) {
   EXPECT_EQ(bytes, content);
 }
 
+// JVMs may have nothing to give for an empty array. What was obtained is released all the same.
+TEST_F(MarshallingTest, NullElementsOfAnEmptyArrayAreSuccess) {
+  jvm.Fail("GetByteArrayElements", 1);
+  std::string bytes = "old";
+  EXPECT_TRUE(ReadByteArray(accessor, jvm.MakeBytes("result", ""), bytes));
+  EXPECT_EQ(bytes, "");
+  EXPECT_TRUE(Happened(Seq("GetArrayLength(byte[] result)", "GetByteArrayElements(byte[] result)",
+                           "ReleaseByteArrayElements(byte[] result, null, JNI_ABORT)",
+                           NoPendingException())));
+}
+
 TEST_F(MarshallingTest, ElementsThatJavaDoesNotGiveAreFailure) {
   jvm.Fail("GetByteArrayElements", 1);
   std::string bytes = "old";
   EXPECT_FALSE(ReadByteArray(accessor, jvm.MakeBytes("result", "new"), bytes));
   EXPECT_EQ(bytes, "old");
+  EXPECT_TRUE(Happened(Seq("GetArrayLength(byte[] result)", "GetByteArrayElements(byte[] result)",
+                           "ReleaseByteArrayElements(byte[] result, null, JNI_ABORT)",
+                           NoPendingException())));
+}
+
+TEST_F(MarshallingTest, CopiedElementsAreTheCallersToRelease) {
+  std::string bytes = "old";
+  jbyte* elements = CopyByteArray(accessor, jvm.MakeBytes("result", "new"), bytes);
+  EXPECT_EQ(bytes, "new");
+  EXPECT_EQ(jvm.UnreleasedBuffers(), 1U);
+  EXPECT_NE(elements, nullptr);
+  jvm.Fail("GetByteArrayElements", 1);
+  EXPECT_EQ(CopyByteArray(accessor, jvm.MakeBytes("result", "lost"), bytes), nullptr);
+  EXPECT_EQ(bytes, "new");
+  jvm.Fail("GetByteArrayElements", 1);
+  EXPECT_EQ(CopyByteArray(accessor, jvm.MakeBytes("result", ""), bytes), nullptr);
+  EXPECT_EQ(bytes, "");
 }
 
 // ---- Direct buffer argument.
@@ -167,11 +195,35 @@ TEST_F(MarshallingTest, ANullStringLeavesTheTextWithoutAnyCall) {
   EXPECT_TRUE(Happened({}));
 }
 
+TEST_F(MarshallingTest, AWrongLengthChangesNothing) {
+  for (const char* content : {"message", ""}) {
+    std::string text = "old";
+    jvm.Fail("GetStringLength", 1);
+    ReadTranscodedString(accessor, jvm.MakeString(content), text);
+    EXPECT_EQ(text, content);
+    EXPECT_TRUE(Happened(TranscodedResult(content)));
+  }
+}
+
+TEST_F(MarshallingTest, UnitsThatJavaDoesNotGiveLeaveTheText) {
+  for (const char* content : {"message", ""}) {
+    std::string text = "old";
+    jvm.Fail("GetStringChars", 1);
+    ReadTranscodedString(accessor, jvm.MakeString(content), text);
+    EXPECT_EQ(text, "old");
+    const std::string string = Quoted(content);
+    EXPECT_TRUE(Happened(Seq("GetStringLength(" + string + ")", NoPendingException(),
+                             "GetStringChars(" + string + ")", NoPendingException(),
+                             "ReleaseStringChars(" + string + ", null)", NoPendingException())));
+  }
+}
+
 TEST_F(MarshallingTest, TheLengthsExceptionIsLoggedAndTheStringStillRead) {
   const jthrowable exception = jvm.MakeThrowable("java/lang/IllegalStateException", "length");
   jvm.Fail("GetStringLength", 1, exception);
   std::string text = "old";
   ReadTranscodedString(accessor, jvm.MakeString("m"), text);
+  EXPECT_EQ(text, "m");
   const Events events = EventLog::Get().Texts();
   const Events begin = Seq("GetStringLength(\"m\")", PendingException(exception),
                            "GetStringChars(\"m\")", NoPendingException());

@@ -126,6 +126,20 @@ TEST_F(TreeEditorBatchTest, ANullSetIsFalseWhateverTheHostHasAlready) {
   EXPECT_TRUE(sizes.empty());
 }
 
+TEST_F(TreeEditorBatchTest, APictureThatJavaDoesNotGiveLeavesTheOperation) {
+  ToMemory().Returns(
+      jvm.MakeMap({{"a", jvm.MakeBytes("a", "123")}, {"b", jvm.MakeBytes("b", "45")}}));
+  // Key and value of each.
+  jvm.Fail("GetByteArrayElements", 4);
+  Sizes sizes;
+  Images images = {{"z", "old"}};
+  EXPECT_THROW(RenderToMemory(sizes, images), std::logic_error);
+  // Its size has been added, and no picture at all.
+  EXPECT_EQ(sizes, (Sizes{{"a", 3U}, {"b", 2U}}));
+  EXPECT_EQ(images, (Images{{"z", "old"}}));
+  EXPECT_EQ(EventLog::Get().Texts().back(), "unlock depth=0");
+}
+
 TEST_F(TreeEditorBatchTest, APictureWithoutANameLeavesTheOperation) {
   ToMemory().Returns(jvm.MakeMap({{"a", jvm.MakeBytes("a", "123")},
                                   {"", jvm.MakeBytes("nameless", "5")},

@@ -252,6 +252,19 @@ TEST_F(VizConverterTest, AnEmptyTextSendsAnEmptyArray) {
       Happened(Seq(Conversion("ConvertGPL", ""), ByteArrayResult("xml"), "unlock depth=0")));
 }
 
+TEST_F(VizConverterTest, AnEmptyResultWithNullElementsIsSuccess) {
+  Start();
+  ConvertGPL().Returns(jvm.MakeBytes("xml", ""));
+  jvm.Fail("GetByteArrayElements", 1);
+  std::string xml = "before";
+  EXPECT_TRUE(converter.GPLtoXML("g", xml));
+  EXPECT_EQ(xml, "");
+  EXPECT_TRUE(Happened(
+      Seq(Conversion("ConvertGPL", "g"), "GetArrayLength(byte[] xml)",
+          "GetByteArrayElements(byte[] xml)", "ReleaseByteArrayElements(byte[] xml, null, JNI_ABORT)",
+          NoPendingException(), "unlock depth=0")));
+}
+
 TEST_F(VizConverterTest, AnEmptyResultIsSuccess) {
   Start();
   ConvertGPL().Returns(jvm.MakeBytes("xml", ""));
@@ -511,11 +524,11 @@ TEST_F(VizConverterTest, GetErrorMessageLetsNativeExceptionsThroughAndReleasesTh
   EXPECT_EQ(EventLog::Get().Texts().back(), "unlock depth=0");
 }
 
-TEST_F(VizConverterTest, GetErrorMessageReadsAStringWithoutATerminator) {
-  jvm.TerminateStringChars(false);
+TEST_F(VizConverterTest, GetErrorMessageIsReadUpToItsZeroUnitWhateverItsLength) {
   Start();
-  GetErrorMessage().Returns(jvm.MakeString("unterminated"));
-  EXPECT_EQ(converter.GetErrorMessage(), "unterminated");
+  GetErrorMessage().Returns(jvm.MakeString("the whole text"));
+  jvm.Fail("GetStringLength", 1);
+  EXPECT_EQ(converter.GetErrorMessage(), "the whole text");
 }
 
 TEST_F(VizConverterTest, GetErrorMessageEndsAtAZeroCharacter) {

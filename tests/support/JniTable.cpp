@@ -457,7 +457,8 @@ void JNICALL ReleaseStringChars(JNIEnv* env, jstring string, const jchar* chars)
   FakeJvm& jvm = FakeJvm::Of(env);
   const std::string buffer = jvm.DescribeBuffer(chars, ObjectOf(string));
   if (!jvm.Enter(env, "ReleaseStringChars", jvm.Describe(string) + ", " + buffer)) return;
-  jvm.TakeBuffer(chars, true);
+  // As JVMs do it: nothing is released where nothing was obtained.
+  if (chars != nullptr) jvm.TakeBuffer(chars, true);
 }
 
 jstring JNICALL NewStringUTF(JNIEnv* env, const char* utf) {

@@ -30,6 +30,7 @@ MallocProbe& MallocProbe::Get() {
 void MallocProbe::Start() {
   _blocks.clear();
   _recording = true;
+  _fail_next = false;
 }
 
 void MallocProbe::Stop() {
@@ -41,6 +42,10 @@ void MallocProbe::Stop() {
 }
 
 void* MallocProbe::Allocate(std::size_t size) {
+  if (_recording && _fail_next) {
+    _fail_next = false;
+    return nullptr;
+  }
   void* memory = RealMalloc(size);
   if (!_recording) return memory;
   const KitScope kit;

@@ -23,6 +23,9 @@ class MallocProbe {
   /// Stops the recording and frees what the library left, so that it counts as no leak of the test.
   void Stop();
 
+  /// Lets the next call find no memory.
+  void FailNext() { _fail_next = true; }
+
   const std::vector<Block>& Blocks() const { return _blocks; }
 
   /// Called in place of the C library.
@@ -31,6 +34,7 @@ class MallocProbe {
 
  private:
   bool _recording = false;
+  bool _fail_next = false;
   std::vector<Block> _blocks;
 };
 
