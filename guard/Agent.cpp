@@ -6,9 +6,11 @@
 #include <mutex>
 
 #include "guard/Caught.h"
+#include "guard/ElementBuffers.h"
 #include "guard/GuardOptions.h"
 #include "guard/Guards.h"
 #include "guard/JavaErrors.h"
+#include "guard/ObtainedBuffers.h"
 #include "guard/OwnEnv.h"
 #include "guard/ReferenceEpoch.h"
 #include "guard/Report.h"
@@ -121,6 +123,12 @@ jint jniguard_install_with_options(JavaVM* vm, const char* options) {
 }
 
 jint jniguard_install(JavaVM* vm) { return jniguard_install_with_options(vm, nullptr); }
+
+unsigned long long jniguard_mark(void) { return chartbridge::ObtainedBuffers::Mark(); }
+
+size_t jniguard_free_unreleased(unsigned long long mark) {
+  return chartbridge::ElementBuffers::FreeObtainedSince(mark);
+}
 
 int jniguard_is_installed(void) { return chartbridge::installed ? 1 : 0; }
 

@@ -11,22 +11,31 @@ namespace chartbridge {
 
 /// Where the elements in a buffer came from.
 struct ElementSource {
-  /// The reference that they were obtained through. Its owner may have deleted it since.
+  /// The reference that they were obtained through. Its owner may have deleted it since. Null for
+  /// the text of a string, which nothing is written back to.
   jarray array;
   jsize length;
-  /// The JNI letter of the element type, for example 'B'.
+  /// The JNI letter of the element type, for example 'B'; a letter of the guard's own for texts.
   char type;
   /// The `ReferenceEpoch` at that time.
   std::uint64_t epoch;
 };
 
-/// The copies of Java arrays that native code has out.
+/// The copies of Java arrays and strings that native code has out.
 ///
 /// A buffer is found by its address alone, so that releasing it depends on no array, and an address
 /// that is not out is never touched. Safe on any thread.
 class ElementBuffers {
  public:
-  /// Memory for `bytes` bytes, 16-byte aligned and never null for 0. Null when memory is short.
+  /// How many bytes of value 0 stand behind the elements.
+  ///
+  /// Native code may read a little beyond the end: the result of an image map is three blocks, each
+  /// of which begins with its length in four bytes, and the lengths are read without a look at how
+  /// long the array is. Behind an empty array that is three lengths; texts need one zero unit.
+  static constexpr std::size_t kZeroedBehind = 12;
+
+  /// Memory for `bytes` bytes and the zeros behind them, 16-byte aligned and never null for 0. Null
+  /// when memory is short.
   static void* New(const ElementSource& source, std::size_t bytes);
 
   /// Tells where a buffer that is out came from. False for every other address, and for null.
@@ -37,6 +46,13 @@ class ElementBuffers {
 
   /// Frees a buffer that was taken.
   static void Free(void* buffer);
+
+  /// Whether the buffer is out and is still the one that was obtained under that number.
+  static bool IsOut(const void* buffer, std::uint64_t number);
+
+  /// Frees the buffers that the calling thread has obtained since the mark (`ObtainedBuffers`) and
+  /// that are still out. Returns how many there were.
+  static std::size_t FreeObtainedSince(std::uint64_t mark);
 };
 
 }  // namespace chartbridge

@@ -91,6 +91,26 @@ JNIEXPORT const char* jniguard_kind_name(int kind);
  */
 JNIEXPORT size_t jniguard_report(char* buffer, size_t size);
 
+/**
+ * A mark in the order in which the calling thread obtains array elements and texts, for
+ * jniguard_free_unreleased. Costs next to nothing; there is nothing to give back.
+ */
+JNIEXPORT unsigned long long jniguard_mark(void);
+
+/**
+ * Frees the array elements and texts that the calling thread has obtained since it took `mark` and
+ * that nobody has released. Nothing is written back to their arrays. Returns how many there were.
+ *
+ * To be called where native code is known to be done with all of them, on whichever thread it kept
+ * them: their addresses are free memory afterwards, and a later release of one is a release of
+ * elements that are not out. What other threads have obtained is left alone, and so is everything
+ * when the mark is another thread's.
+ *
+ * Some operations of the chart bridge never release what they obtain. `chartbridge::LocalFrame`
+ * calls this at its end.
+ */
+JNIEXPORT size_t jniguard_free_unreleased(unsigned long long mark);
+
 #ifdef __cplusplus
 }
 #endif

@@ -2,7 +2,12 @@
 #include "host/LocalFrame.h"
 
 #include <algorithm>
+#include <memory>
+#include <string>
 
+#include "host/DebugText.h"
+#include "host/GuardBuffers.h"
+#include "host/PendingException.h"
 #include "host/RunningJvm.h"
 
 namespace chartbridge {
@@ -11,17 +16,41 @@ namespace {
 // More than this the JVM refuses to set aside; it makes more as they are needed.
 constexpr int kMaxCapacity = 65536;
 
+// Called while C++ exceptions leave the frame, too, so nothing may leave this.
+void TellPendingException(JNIEnv* env) {
+  try {
+    const std::string exception = TakePendingException(env);
+    if (exception.empty()) return;
+    WriteDebugText("LocalFrame: a Java exception was still pending and is cleared: " + exception);
+  } catch (...) {
+    // There is no memory for the text, or the host's output throws: the exception is cleared.
+  }
+}
+
 }  // namespace
 
-LocalFrame::LocalFrame(int capacity) : _env(RunningJvm::Attach()) {
-  if (_env == nullptr) return;
-  if (_env->PushLocalFrame(std::clamp(capacity, 1, kMaxCapacity)) == JNI_OK) return;
-  _env->ExceptionClear();
-  _env = nullptr;
+struct LocalFrame::Frame {
+  JNIEnv* env;
+  unsigned long long mark;
+};
+
+LocalFrame::LocalFrame(int capacity) : _frame(nullptr) {
+  JNIEnv* env = RunningJvm::Attach();
+  if (env == nullptr) return;
+  auto frame = std::make_unique<Frame>(Frame{env, GuardBuffers::Mark()});
+  if (env->PushLocalFrame(std::clamp(capacity, 1, kMaxCapacity)) == JNI_OK) {
+    _frame = frame.release();
+    return;
+  }
+  env->ExceptionClear();
 }
 
 LocalFrame::~LocalFrame() {
-  if (_env != nullptr) _env->PopLocalFrame(nullptr);
+  if (_frame == nullptr) return;
+  TellPendingException(_frame->env);
+  GuardBuffers::FreeSince(_frame->mark);
+  _frame->env->PopLocalFrame(nullptr);
+  delete _frame;
 }
 
 }  // namespace chartbridge

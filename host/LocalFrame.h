@@ -2,8 +2,6 @@
 #ifndef HOST_LOCALFRAME_H_
 #define HOST_LOCALFRAME_H_
 
-#include <jni.h>
-
 namespace chartbridge {
 
 /// A scope that gives back the Java references that operations of the library make inside it.
@@ -20,8 +18,15 @@ namespace chartbridge {
 /// Start operations (`StartEditorHeadless`, `StartConverter`) must stay outside of every frame: the
 /// class and the object that they make are local references too, and would be garbage after it.
 ///
-/// Construct and destroy it on the same thread, frames strictly nested. The constructor attaches
-/// the thread when the JVM runs. Without a JVM, or when no frame can be made, it does nothing.
+/// Its end is the host's word that nothing of what was done inside is used any more. So the guard
+/// then also frees the elements of Java arrays that were obtained inside, on this thread, and never
+/// released: some operations keep theirs, a whole picture at a time. And a Java exception that is
+/// still pending at the end is cleared, and told through `ChartBase::printDebugInfo`: it would
+/// otherwise come up in whatever this thread does with Java next.
+///
+/// Construct and destroy it on the same thread, frames strictly nested: each gives back what was
+/// made since its own begin. The constructor attaches the thread when the JVM runs. Without a JVM,
+/// or when no frame can be made, it does nothing.
 class LocalFrame {
  public:
   /// `capacity`: the number of references that are set aside; more are made as needed.
@@ -32,10 +37,12 @@ class LocalFrame {
   LocalFrame& operator=(const LocalFrame&) = delete;
 
   /// Whether the frame holds.
-  bool IsActive() const { return _env != nullptr; }
+  bool IsActive() const { return _frame != nullptr; }
 
  private:
-  JNIEnv* _env;
+  struct Frame;
+
+  Frame* _frame;
 };
 
 }  // namespace chartbridge
