@@ -81,6 +81,46 @@ void GuardOnAgainstOff(benchmark::State& state) {
   jvmti->SetJNIFunctionTable(bareTable);
 }
 
+// What the guard adds to a pair of Get and Release, which it does with copies of its own.
+template <class Pair>
+void PairGuardOnAgainstOff(benchmark::State& state, const Pair& pair) {
+  const BatchFrame frame;
+  TimeInTurns(
+      state, pair, pair,
+      [](bool guarded) { jvmti->SetJNIFunctionTable(guarded ? guardedTable : bareTable); },
+      CallsPerBatch(state));
+  jvmti->SetJNIFunctionTable(bareTable);
+}
+
+void ByteElementsGuardOnAgainstOff(benchmark::State& state) {
+  const auto array = static_cast<jbyteArray>(
+      mainEnv->NewGlobalRef(mainEnv->NewByteArray(static_cast<jsize>(state.range(0)))));
+  PairGuardOnAgainstOff(state, [array] {
+    mainEnv->ReleaseByteArrayElements(array, mainEnv->GetByteArrayElements(array, nullptr),
+                                      JNI_ABORT);
+  });
+  mainEnv->DeleteGlobalRef(array);
+}
+
+jstring GlobalText(const benchmark::State& state) {
+  return static_cast<jstring>(mainEnv->NewGlobalRef(mainEnv->NewStringUTF(Document(state).c_str())));
+}
+
+void StringCharsGuardOnAgainstOff(benchmark::State& state) {
+  const jstring text = GlobalText(state);
+  PairGuardOnAgainstOff(
+      state, [text] { mainEnv->ReleaseStringChars(text, mainEnv->GetStringChars(text, nullptr)); });
+  mainEnv->DeleteGlobalRef(text);
+}
+
+void StringUtfCharsGuardOnAgainstOff(benchmark::State& state) {
+  const jstring text = GlobalText(state);
+  PairGuardOnAgainstOff(state, [text] {
+    mainEnv->ReleaseStringUTFChars(text, mainEnv->GetStringUTFChars(text, nullptr));
+  });
+  mainEnv->DeleteGlobalRef(text);
+}
+
 void LocalFrameOnAgainstOff(benchmark::State& state) {
   const std::string document = Document(state);
   std::string output;
@@ -104,6 +144,9 @@ void Sizes(benchmark::internal::Benchmark* benchmark) {
 BENCHMARK(BridgeAgainstStraightLine)->Apply(Sizes);
 BENCHMARK(BridgeAgainstStraightLineThatKeepsFloatEnv)->Apply(Sizes);
 BENCHMARK(GuardOnAgainstOff)->Apply(Sizes);
+BENCHMARK(ByteElementsGuardOnAgainstOff)->Apply(Sizes);
+BENCHMARK(StringCharsGuardOnAgainstOff)->Apply(Sizes);
+BENCHMARK(StringUtfCharsGuardOnAgainstOff)->Apply(Sizes);
 BENCHMARK(LocalFrameOnAgainstOff)->Apply(Sizes);
 
 // Takes the JVM's own table and the guarded one, and leaves the JVM bare.

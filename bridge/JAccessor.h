@@ -21,7 +21,7 @@
 class CHARTBRIDGE_EXPORT JAccessor {
  public:
   /// @param threadEnv the calling thread's env; null makes every JNI call of the binding give null
-  /// or zero
+  ///     or zero
   explicit JAccessor(JNIEnv* threadEnv);
   /// The copy shares the references.
   JAccessor(const JAccessor& other);

@@ -52,7 +52,8 @@ class CHARTBRIDGE_EXPORT ViZEditor {
   /// Creates the Java object on the thread of `env`, which must stay attached until `StopHeadless`.
   ///
   /// Always true, also when the editor was started before (the first env is kept) and when Java
-  /// failed (that is in the dump file, and every operation then fails).
+  /// failed. That is in the dump file, and every operation then ends in its failure value; but one
+  /// that answers whether an output is empty says nothing of it when the host's output is not.
   bool StartEditorHeadless(JNIEnv* env);
   /// Whether `StartEditorHeadless` was called, and `StopHeadless` was not called since.
   bool IsStartedHeadless();
@@ -68,17 +69,17 @@ class CHARTBRIDGE_EXPORT ViZEditor {
   ///
   /// @param chart the chart description, in the encoding its format says
   /// @param data the data; Java reads this memory without copying, so it must stay unchanged during
-  /// the call
+  ///     the call
   /// @param dataLength its length in bytes
   /// @param path the output file
   /// @param type the output format
   /// @param size passed to Java unchanged; for the reference Java classes, a percentage of the
-  /// chart's own size
+  ///     chart's own size
   /// @param auxBytes1,auxBytes2,auxText1,auxText2 two pairs of bytes and text, passed to Java
-  /// unchanged
+  ///     unchanged
   /// @param flag for image maps, passed to Java negated
   /// @return what Java answered; false when the editor is not started, on a Java exception, and
-  /// when the JVM cannot share `data`
+  ///     when the JVM cannot share `data`
   bool RenderToFileHeadless(const std::string& chart, const unsigned char* data,
                             unsigned long dataLength, const std::string& path, IMAGE_TYPE type,
                             double size, const std::string& auxBytes1, const std::string& auxBytes2,
@@ -121,7 +122,7 @@ class CHARTBRIDGE_EXPORT ViZEditor {
   /// @param auxBytes1,auxBytes2,auxText1,auxText2 passed to Java unchanged
   /// @param flag passed to Java negated
   /// @return whether `output1` is not empty afterwards; outputs are never cleared, so start with
-  /// empty ones
+  ///     empty ones
   bool RenderImageToMemoryHeadless(const std::string& chart, const unsigned char* data,
                                    unsigned long dataLength, IMAGE_TYPE type, double size,
                                    std::string& output1, std::string& output2, std::string& output3,
@@ -158,8 +159,8 @@ class CHARTBRIDGE_EXPORT ViZEditor {
   /// false. Java must return an array: a null one is a wrong JNI call, which only the guard
   /// survives.
   ///
-  /// @param document replaced by the result, also by an empty one, and emptied when Java gives none
-  ///     (it returned null, or the thread could not be attached)
+  /// @param document replaced by the result, also by an empty one, and emptied when Java returns
+  ///     null; untouched when the thread could not be attached
   /// @param styleSheet the style sheet, passed to Java unchanged
   /// @return whether the result has at least one byte; false when the editor is not started
   bool ApplyStyleSheet(std::string& document, const std::string& styleSheet);

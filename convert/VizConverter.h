@@ -48,7 +48,7 @@ class CHARTBRIDGE_EXPORT VizConverter {
   /// @param gpl the source
   /// @param xml replaced by the XML on success, untouched otherwise
   /// @return false when Java answers null or throws (ask `GetErrorMessage`), and when the converter
-  /// is not started
+  ///     is not started
   bool GPLtoXML(const std::string& gpl, std::string& xml);
 
   /// Converts chart XML of an older version to the current one. Calls Java `ConvertXml`.

@@ -51,8 +51,8 @@ class CHARTBRIDGE_EXPORT ExAccessor : public JAccessor {
   ///
   /// @param request what to export, in UTF-8
   /// @return whether the error text is empty. Java's answer replaces that text; a null answer, and
-  /// a
-  ///     Java exception, leave it as the export before left it.
+  ///     a Java exception, leave it as the export before left it, and that is empty on a new
+  ///     exporter.
   bool ExportOutput(const std::string& request);
 
   /// Writes the output document to a file. Calls Java `writeOutputDocumentFile`.

@@ -14,10 +14,9 @@ namespace chartbridge {
 /// here, so that a user can help himself without a new build:
 ///
 /// - `TESK_CLASSPATH`: entries separated by colons, put after `classPath`. Empty entries are
-/// ignored.
+///   ignored.
 /// - `TESK_JVM_OPTIONS`: options separated by blanks, put after `options` (where two options
-/// contradict, the JVM takes the later
-///   one). Quoting works as in a shell: text in single quotes stands for itself; in double quotes a
+///   contradict, the JVM takes the later one). Quoting works as in a shell: text in single quotes stands for itself; in double quotes a
 ///   backslash keeps its meaning only before a double quote or another backslash; outside quotes a
 ///   backslash takes the next character as it is. An unclosed quote or a backslash at the very end
 ///   is an error, and the JVM is not started.

@@ -61,7 +61,8 @@ class CHARTBRIDGE_EXPORT TreeEditor {
   /// @param codepage stored always, also when the editor was started before; while it is empty, no
   ///     schema path reaches Java
   /// @param schemaPath passed on as by `SetSchemaPath`, by the first start only
-  /// @return true always; a Java failure is in the dump file, and every operation then fails
+  /// @return true always; a Java failure is in the dump file, and every operation then ends in its
+  ///     failure value. `SetSchemaPath` is the exception: it answers only that there is an editor.
   bool StartEditor(JNIEnv* env, const std::string& codepage, const std::string& schemaPath);
   /// Creates the headless Java object on the thread of `env`. A second start keeps the first.
   /// Always true.
@@ -171,8 +172,9 @@ class CHARTBRIDGE_EXPORT TreeEditor {
   /// @return whether Java returned at least one picture; false when not started
   ///
   /// A copy of a `JException` is thrown. A picture without a name makes `std::logic_error` leave
-  /// the operation: `sizes` then holds what came before it, and `images` gets nothing. The bytes of
-  /// each name stay allocated.
+  /// the operation: `sizes` then holds what came before it, and `images` gets nothing. So does a
+  /// picture whose bytes Java has and does not give (there is no memory for them); its size is in
+  /// `sizes`, and the Java exception stays pending. The bytes of each name stay allocated.
   bool RenderModelToMemoryHeadless(const std::string& doc1, const std::string& doc2,
                                    const std::string& doc3, const std::string& doc4,
                                    const std::string& text1, IMAGE_TYPE imageType, int extra,

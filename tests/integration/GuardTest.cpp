@@ -126,6 +126,13 @@ std::vector<Row> Rows() {
        {}},
       {"ElementsDoNotLeak", Bare::kDies, {"grown=0", kNone}, {std::string("2000") + kOtherArray}},
       {"ManyElementsOut", Bare::kSame, {"done=1", kNone}, {}},
+      {"FreeUnreleased",
+       Bare::kGoesWrong,
+       {"freed=2", "array=9 2 3", kNone},
+       {std::string("1") + kNotOut}},
+      {"TextsAreTerminated", Bare::kSame, {"units=1", "bytes=1", kNone}, {}},
+      {"TextsKeepZeros", Bare::kSame, {"units=1", "bytes=1", kNone}, {}},
+      {"ReleaseTextOfNothing", Bare::kSame, {"text=text", kNone}, {}},
 
       {"ArrayLengthOfNull",
        Bare::kDies,

@@ -3,9 +3,15 @@
 
 #include <malloc.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdio>
+#include <cstdlib>
+#include <cstring>
 #include <thread>
 #include <vector>
+
+#include "guard/jniguard.h"
 
 namespace chartbridge {
 namespace {
@@ -300,6 +306,78 @@ void ManyElementsOut(JNIEnv* env) {
   }
   for (std::thread& thread : threads) thread.join();
   Show("done", 1);
+}
+
+// Freed behind the back of native code that has lost them; a release that comes after all finds
+// nothing. Without the guard nothing is known of them.
+void FreeUnreleased(JNIEnv* env) {
+  jbyteArray array = Bytes(env, {1, 2, 3});
+  jbyte* before = env->GetByteArrayElements(array, nullptr);
+  const unsigned long long mark = jniguard_mark();
+  jbyte* lost = env->GetByteArrayElements(array, nullptr);
+  env->GetStringChars(env->NewStringUTF("lost"), nullptr);
+  jbyte* released = env->GetByteArrayElements(array, nullptr);
+  env->ReleaseByteArrayElements(array, released, JNI_ABORT);
+  Show("freed", static_cast<long long>(jniguard_free_unreleased(mark)));
+  env->ReleaseByteArrayElements(array, lost, 0);
+  before[0] = 9;
+  env->ReleaseByteArrayElements(array, before, 0);
+  Show("array", Content(env, array));
+}
+
+// Texts of strings.
+
+// Fills memory of all small sizes with old bytes, and gives it back.
+void DirtyHeap() {
+  for (std::size_t bytes = 1; bytes < 600; ++bytes) {
+    std::vector<void*> blocks;
+    for (int i = 0; i < 12; ++i) {
+      blocks.push_back(std::malloc(bytes));
+      std::memset(blocks.back(), 0x7f, bytes);
+    }
+    for (void* block : blocks) std::free(block);
+  }
+}
+
+// JNI does not promise that a text ends in a zero unit; native code counts on it.
+void TextsAreTerminated(JNIEnv* env) {
+  bool units = true;
+  bool bytes = true;
+  for (const jchar letter : {jchar{'a'}, jchar{0x00e9}, jchar{0x20ac}}) {
+    for (jsize length = 0; length < 200; ++length) {
+      const std::vector<jchar> text(static_cast<std::size_t>(length) + 1, letter);
+      jstring string = env->NewString(text.data(), length);
+      if (length % 20 == 0) DirtyHeap();
+      jboolean isCopy = JNI_FALSE;
+      const jchar* chars = env->GetStringChars(string, &isCopy);
+      units = units && std::equal(chars, chars + length, text.begin()) && chars[length] == 0;
+      env->ReleaseStringChars(string, chars);
+      const char* utf = env->GetStringUTFChars(string, &isCopy);
+      bytes = bytes && std::strlen(utf) == static_cast<std::size_t>(env->GetStringUTFLength(string));
+      env->ReleaseStringUTFChars(string, utf);
+      env->DeleteLocalRef(string);
+    }
+  }
+  Show("units", units);
+  Show("bytes", bytes);
+}
+
+// A zero character is two bytes of modified UTF-8, and units keep it.
+void TextsKeepZeros(JNIEnv* env) {
+  const jchar text[] = {'a', 0, 'b'};
+  jstring string = env->NewString(text, 3);
+  const jchar* chars = env->GetStringChars(string, nullptr);
+  Show("units", std::equal(text, text + 3, chars) && chars[3] == 0);
+  env->ReleaseStringChars(string, chars);
+  const char* utf = env->GetStringUTFChars(string, nullptr);
+  Show("bytes", std::string(utf) == "a\xC0\x80" "b");
+  env->ReleaseStringUTFChars(string, utf);
+}
+
+void ReleaseTextOfNothing(JNIEnv* env) {
+  jstring string = env->NewStringUTF("text");
+  env->ReleaseStringChars(string, nullptr);
+  Show("text", TextOf(env, string));
 }
 
 // Array and string functions on null.
@@ -637,6 +715,10 @@ const std::map<std::string, ProbeCase>& ProbeCases() {
       {"ElementsOfAllTypes", ElementsOfAllTypes},
       {"ElementsDoNotLeak", ElementsDoNotLeak},
       {"ManyElementsOut", ManyElementsOut},
+      {"FreeUnreleased", FreeUnreleased},
+      {"TextsAreTerminated", TextsAreTerminated},
+      {"TextsKeepZeros", TextsKeepZeros},
+      {"ReleaseTextOfNothing", ReleaseTextOfNothing},
       {"ArrayLengthOfNull", ArrayLengthOfNull},
       {"ByteElementsOfNull", ByteElementsOfNull},
       {"LongElementsOfNull", LongElementsOfNull},

@@ -73,7 +73,7 @@ public final class TreeEditor {
 
   /**
    * @param flag true to have the next {@link #renderPMMLToScreen} read its documents again even if
-   * they are the same
+   *     they are the same
    */
   public void setNeedsRerendering(boolean flag) {
     state.setNeedsRerendering(flag);

@@ -67,6 +67,7 @@ public class TreeEditor {
   public byte[] extractDisplayData() {
     return switch (model) {
       case "null" -> null;
+      case "nothing" -> new byte[0];
       case "throw" -> throw new IllegalStateException("the tree says so");
       default -> TreeImager.bytes(calls.toString());
     };
@@ -75,6 +76,7 @@ public class TreeEditor {
   public byte[] extractCompressedPMML() {
     return switch (model) {
       case "null" -> null;
+      case "nothing" -> new byte[0];
       case "throw" -> throw new IllegalStateException("the tree says so");
       default -> new byte[] {31, (byte) 139, 0, 1};
     };

@@ -46,6 +46,7 @@ public class TreeImager {
   static long[] sizes(String text) {
     return switch (text) {
       case "null" -> null;
+      case "nothing" -> new long[0];
       case "short" -> new long[] {5};
       case "flat" -> new long[] {120, 0};
       default -> new long[] {300, 200, 100};

@@ -7,7 +7,7 @@ import java.nio.charset.StandardCharsets;
 public class VizConverter {
   private String message;
 
-  /** Answers "null" with null, throws on "throw", and echoes anything else between tags. */
+  /** Answers "null" with null, "nothing" with no byte, throws on "throw", and echoes anything else between tags. */
   public byte[] ConvertGPL(byte[] gpl) {
     String text = new String(gpl, StandardCharsets.UTF_8);
     if (text.startsWith("throw")) {
@@ -19,6 +19,9 @@ public class VizConverter {
       return null;
     }
     message = null;
+    if (text.equals("nothing")) {
+      return new byte[0];
+    }
     return ("<gpl>" + text + "</gpl>").getBytes(StandardCharsets.UTF_8);
   }
 
