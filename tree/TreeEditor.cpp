@@ -200,7 +200,8 @@ bool TreeEditor::GetSize(long& width, long& height) {
   const CriticalSection::Lock lock(TeskJVM::CritSect());
   const FloatEnvGuard guard;
   try {
-    // The thread is attached whether there is an editor or not, here only.
+    // The thread is attached whether there is an editor or not, here only. A call without one is
+    // forbidden; it ends here because it would otherwise end the process.
     AttachBindingsToThread();
     if (_editor == nullptr) return false;
     return _editor->getSizeArray(width, height);

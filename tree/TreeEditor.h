@@ -106,8 +106,8 @@ class CHARTBRIDGE_EXPORT TreeEditor {
   std::string ExtractCompressedPMML();
   /// Java `getSizeArray`: the size that the drawing needs, in pixels.
   ///
-  /// Call it after `StartEditor` only; unlike all others, it attaches the thread without looking
-  /// whether there is an editor.
+  /// Forbidden before `StartEditor`: unlike all others, it attaches the thread without looking
+  /// whether there is an editor. That it then answers false is not promised.
   ///
   /// @param width,height written when Java returns at least two numbers, untouched otherwise
   /// @return whether both are greater than 0; false for a `JException`
