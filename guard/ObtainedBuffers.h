@@ -11,8 +11,9 @@ namespace chartbridge {
 /// found again.
 ///
 /// Each has a number that no other buffer of the process ever has. A buffer that is given back in
-/// another order, or on another thread, stays listed until the list is looked through: the number
-/// tells that it is gone. Nothing here is shared between threads.
+/// another order, or on another thread, stays listed until the list is full and looked through: the
+/// number tells that it is gone. So the list is about as long as the most buffers that were out at a
+/// time. Nothing here is shared between threads.
 class ObtainedBuffers {
  public:
   /// The number for the buffer that is obtained next.

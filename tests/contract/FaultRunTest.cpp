@@ -429,6 +429,8 @@ FaultOperation ErrorMessageFaults() {
         [](VizConverter& converter) { return converter.GetErrorMessage(); });
   };
   faults.success = "line 1";
+  // The length is asked for and not used.
+  faults.special = {{"GetStringLength", "line 1"}};
   faults.failure = "";
   faults.unattached = "";
   return faults;
@@ -584,8 +586,10 @@ FaultOperation ExportOutputFaults() {
     const bool result = exporter.ExportOutput("x");
     return Text(result) + " " + exporter.getError();
   });
-  // Java tells of a mistake; where its text is lost, the result before stands.
+  // Java tells of a mistake; where its text is lost, the result before stands. The text's length is
+  // asked for and not used.
   faults.success = "false no printer";
+  faults.special = {{"GetStringLength", "false no printer"}};
   faults.failure = "true ";
   faults.unattached = "true ";
   return faults;
