@@ -103,7 +103,8 @@ void ByteElementsGuardOnAgainstOff(benchmark::State& state) {
 }
 
 jstring GlobalText(const benchmark::State& state) {
-  return static_cast<jstring>(mainEnv->NewGlobalRef(mainEnv->NewStringUTF(Document(state).c_str())));
+  return static_cast<jstring>(
+      mainEnv->NewGlobalRef(mainEnv->NewStringUTF(Document(state).c_str())));
 }
 
 void StringCharsGuardOnAgainstOff(benchmark::State& state) {

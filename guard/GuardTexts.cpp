@@ -67,8 +67,8 @@ const char* GetStringUTFChars(JNIEnv* env, jstring text, jboolean* isCopy) {
   env = OwnEnv(env);
   if (RefuseNullText(env, text, "GetStringUTFChars")) return nullptr;
   const jsize length = jvm.GetStringLength(env, text);
-  // Each unit takes up to three bytes, and the JVM tells their number in 32 bits. It knows best what
-  // to do with a text that is too long for that.
+  // Each unit takes up to three bytes, and the JVM tells their number in 32 bits. It knows best
+  // what to do with a text that is too long for that.
   if (length > std::numeric_limits<jsize>::max() / 3) {
     return jvm.GetStringUTFChars(env, text, isCopy);
   }

@@ -7,13 +7,13 @@
 
 namespace chartbridge {
 
-/// The buffers that the calling thread has obtained, in their order, so that those of a while can be
-/// found again.
+/// The buffers that the calling thread has obtained, in their order, so that those of a while can
+/// be found again.
 ///
 /// Each has a number that no other buffer of the process ever has. A buffer that is given back in
 /// another order, or on another thread, stays listed until the list is full and looked through: the
-/// number tells that it is gone. So the list is about as long as the most buffers that were out at a
-/// time. Nothing here is shared between threads.
+/// number tells that it is gone. So the list is about as long as the most buffers that were out at
+/// a time. Nothing here is shared between threads.
 class ObtainedBuffers {
  public:
   /// The number for the buffer that is obtained next.
@@ -68,8 +68,8 @@ class ObtainedBuffers {
   static bool MakeRoom(List& list);
   static void LeaveOutWhatIsGone(List& list);
 
-  // Without a constructor and a destructor, so that reaching it costs a load. The initial-exec model
-  // is what makes it that cheap in a library that is loaded at run time.
+  // Without a constructor and a destructor, so that reaching it costs a load. The initial-exec
+  // model is what makes it that cheap in a library that is loaded at run time.
   __attribute__((tls_model("initial-exec"))) static inline thread_local List list_{};
 };
 

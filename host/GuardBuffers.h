@@ -6,8 +6,8 @@ namespace chartbridge {
 
 /// What native code has obtained from Java and not released, as the guard knows it.
 ///
-/// The guard is the one in the process, whichever way it came there; without one nothing happens. It
-/// is looked for once, at the first call, which must come after the start of the JVM.
+/// The guard is the one in the process, whichever way it came there; without one nothing happens.
+/// It is looked for once, at the first call, which must come after the start of the JVM.
 class GuardBuffers {
  public:
   /// A mark in the order in which the calling thread obtains things.

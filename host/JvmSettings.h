@@ -16,10 +16,10 @@ namespace chartbridge {
 /// - `TESK_CLASSPATH`: entries separated by colons, put after `classPath`. Empty entries are
 ///   ignored.
 /// - `TESK_JVM_OPTIONS`: options separated by blanks, put after `options` (where two options
-///   contradict, the JVM takes the later one). Quoting works as in a shell: text in single quotes stands for itself; in double quotes a
-///   backslash keeps its meaning only before a double quote or another backslash; outside quotes a
-///   backslash takes the next character as it is. An unclosed quote or a backslash at the very end
-///   is an error, and the JVM is not started.
+///   contradict, the JVM takes the later one). Quoting works as in a shell: text in single quotes
+///   stands for itself; in double quotes a backslash keeps its meaning only before a double quote
+///   or another backslash; outside quotes a backslash takes the next character as it is. An
+///   unclosed quote or a backslash at the very end is an error, and the JVM is not started.
 struct JvmSettings {
   /// Jars and class folders, in the order of search.
   std::vector<std::string> classPath;

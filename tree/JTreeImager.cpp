@@ -201,7 +201,8 @@ bool JTreeImager::readKey(jobject entry, jmethodID getKey, jbyteArray& keyBytes,
   // Not released: Java would write back to the key's bytes what it did not give.
   if (elements == nullptr && length > 0) return false;
   // Never freed, on purpose: one small block stays for each entry.
-  const char* text = length > 0 ? NewTerminated(elements, static_cast<std::size_t>(length)) : nullptr;
+  const char* text =
+      length > 0 ? NewTerminated(elements, static_cast<std::size_t>(length)) : nullptr;
   jni()->ReleaseByteArrayElements(keyBytes, elements, 0);
   if (length <= 0) RefuseNullString();
   if (text == nullptr) return false;

@@ -73,9 +73,8 @@ TEST_F(ApplyTemplateTest, NullArgumentsAreEmptyAndReleaseNothing) {
 TEST_F(ApplyTemplateTest, OneNullArgumentReleasesTheOther) {
   FakePlatform::Get().entire_xml = "<chart/>";
   EXPECT_EQ(Apply(nullptr, jvm.MakeString("<template/>")), "\"\"");
-  EXPECT_TRUE(
-      Happened(Seq("GetStringUTFChars(\"<template/>\")", "NewStringUTF(\"\")",
-                   "ReleaseStringUTFChars(\"<template/>\", elements)")));
+  EXPECT_TRUE(Happened(Seq("GetStringUTFChars(\"<template/>\")", "NewStringUTF(\"\")",
+                           "ReleaseStringUTFChars(\"<template/>\", elements)")));
   EXPECT_EQ(Apply(jvm.MakeString("<chart/>"), nullptr), "\"\"");
   EXPECT_TRUE(Happened(Seq("GetStringUTFChars(\"<chart/>\")", "NewStringUTF(\"\")",
                            "ReleaseStringUTFChars(\"<chart/>\", elements)")));

@@ -225,10 +225,9 @@ TEST_F(JAccessorTest, FromJStringWithoutCharactersIsEmpty) {
   jvm.Fail("GetStringChars", 1);
   EXPECT_EQ(accessor.FromJString(jvm.MakeString("x"), nullptr), "");
   // ICU makes nothing of null, and nothing is released by a release of null.
-  EXPECT_TRUE(
-      Happened(Seq("GetStringLength(\"x\")", "GetStringChars(\"x\")", "ucnv_open(null)",
-                   "ucnv_getMaxCharSize", "ucnv_fromUChars(4, null)",
-                   "ReleaseStringChars(\"x\", null)")));
+  EXPECT_TRUE(Happened(Seq("GetStringLength(\"x\")", "GetStringChars(\"x\")", "ucnv_open(null)",
+                           "ucnv_getMaxCharSize", "ucnv_fromUChars(4, null)",
+                           "ReleaseStringChars(\"x\", null)")));
 }
 
 TEST_F(JAccessorTest, AccessorsAndTextsLeaveTheFloatingPointEnvironmentAlone) {

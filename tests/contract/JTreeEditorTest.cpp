@@ -219,11 +219,10 @@ TEST_F(JTreeEditorTest, BytesThatJavaDoesNotGiveAreEmpty) {
       jvm.Fail("GetByteArrayElements", 1);
       const bool display = std::string(name) == "extractDisplayData";
       EXPECT_EQ(display ? binding->extractDisplayData() : binding->extractCompressedPMML(), "");
-      EXPECT_TRUE(Happened(Seq(EditorCall("CallObjectMethod", name, kGivesBytes),
-                               "GetArrayLength(byte[] data)", NoPendingException(),
-                               "GetByteArrayElements(byte[] data)", NoPendingException(),
-                               "ReleaseByteArrayElements(byte[] data, null, JNI_ABORT)",
-                               NoPendingException())));
+      EXPECT_TRUE(Happened(
+          Seq(EditorCall("CallObjectMethod", name, kGivesBytes), "GetArrayLength(byte[] data)",
+              NoPendingException(), "GetByteArrayElements(byte[] data)", NoPendingException(),
+              "ReleaseByteArrayElements(byte[] data, null, JNI_ABORT)", NoPendingException())));
     }
   }
 }

@@ -191,13 +191,13 @@ TEST_F(JTreeImagerTest, AnImageThatJavaDoesNotGiveLeavesTheImageAndTellsItsSize)
   EXPECT_TRUE(binding->renderToMemory("m", "d", nullptr, size, 3, false, image));
   EXPECT_EQ(size, 3U);
   EXPECT_EQ(image, "before");
-  EXPECT_TRUE(Happened(Seq(
-      ByteArrayArgument(1, "m"), ByteArrayArgument(2, "d"),
-      ImagerCall("CallObjectMethod", "renderToMemory", kRenderToMemory,
-                 "byte[]#1 \"m\", byte[]#2 \"d\", 3, 100"),
-      "GetArrayLength(byte[] image)", "GetByteArrayElements(byte[] image)",
-      PendingException(memory), "ReleaseByteArrayElements(byte[] image, null, JNI_ABORT)",
-      NoPendingException())));
+  EXPECT_TRUE(Happened(Seq(ByteArrayArgument(1, "m"), ByteArrayArgument(2, "d"),
+                           ImagerCall("CallObjectMethod", "renderToMemory", kRenderToMemory,
+                                      "byte[]#1 \"m\", byte[]#2 \"d\", 3, 100"),
+                           "GetArrayLength(byte[] image)", "GetByteArrayElements(byte[] image)",
+                           PendingException(memory),
+                           "ReleaseByteArrayElements(byte[] image, null, JNI_ABORT)",
+                           NoPendingException())));
 }
 
 TEST_F(JTreeImagerTest, SetSchemaPathLooksUpFirstAndChecksLast) {
@@ -396,12 +396,12 @@ TEST_F(PictureMapTest, AnEmptyValueWithNullElementsIsAnEmptyPicture) {
   EXPECT_TRUE(Render());
   EXPECT_EQ(sizes, (Sizes{{"a", 0U}}));
   EXPECT_EQ(images, (Images{{"a", ""}}));
-  EXPECT_TRUE(Happened(Seq(Call(), OpenIteration(), HasNext(), Key(1, "a"),
-                           "CallObjectMethod(HashMap$Node@1, getValue()Ljava/lang/Object;)",
-                           "GetByteArrayElements(byte[] a)", "GetArrayLength(byte[] a)",
-                           NoPendingException(),
-                           "ReleaseByteArrayElements(byte[]#5, null, JNI_ABORT)",
-                           NoPendingException(), HasNext(), NoPendingException())));
+  EXPECT_TRUE(
+      Happened(Seq(Call(), OpenIteration(), HasNext(), Key(1, "a"),
+                   "CallObjectMethod(HashMap$Node@1, getValue()Ljava/lang/Object;)",
+                   "GetByteArrayElements(byte[] a)", "GetArrayLength(byte[] a)",
+                   NoPendingException(), "ReleaseByteArrayElements(byte[]#5, null, JNI_ABORT)",
+                   NoPendingException(), HasNext(), NoPendingException())));
 }
 
 // Its size is added, its picture cannot be made, and nothing is checked or released on the way out.
@@ -412,10 +412,10 @@ TEST_F(PictureMapTest, AValueThatJavaDoesNotGiveIsALogicError) {
   EXPECT_THROW(Render(), std::logic_error);
   EXPECT_EQ(sizes, (Sizes{{"a", 3U}, {"b", 1U}}));
   EXPECT_EQ(images, (Images{{"a", "123"}}));
-  EXPECT_TRUE(Happened(Seq(Call(), OpenIteration(), HasNext(), Key(1, "a"), Value(1, "byte[] a"),
-                           HasNext(), Key(2, "b"),
-                           "CallObjectMethod(HashMap$Node@2, getValue()Ljava/lang/Object;)",
-                           "GetByteArrayElements(byte[] b)", "GetArrayLength(byte[] b)")));
+  EXPECT_TRUE(
+      Happened(Seq(Call(), OpenIteration(), HasNext(), Key(1, "a"), Value(1, "byte[] a"), HasNext(),
+                   Key(2, "b"), "CallObjectMethod(HashMap$Node@2, getValue()Ljava/lang/Object;)",
+                   "GetByteArrayElements(byte[] b)", "GetArrayLength(byte[] b)")));
   EXPECT_EQ(jvm.Pending(), memory);
   EXPECT_EQ(jvm.UnreleasedBuffers(), 0U);
 }

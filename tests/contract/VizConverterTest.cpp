@@ -259,10 +259,10 @@ TEST_F(VizConverterTest, AnEmptyResultWithNullElementsIsSuccess) {
   std::string xml = "before";
   EXPECT_TRUE(converter.GPLtoXML("g", xml));
   EXPECT_EQ(xml, "");
-  EXPECT_TRUE(Happened(
-      Seq(Conversion("ConvertGPL", "g"), "GetArrayLength(byte[] xml)",
-          "GetByteArrayElements(byte[] xml)", "ReleaseByteArrayElements(byte[] xml, null, JNI_ABORT)",
-          NoPendingException(), "unlock depth=0")));
+  EXPECT_TRUE(Happened(Seq(Conversion("ConvertGPL", "g"), "GetArrayLength(byte[] xml)",
+                           "GetByteArrayElements(byte[] xml)",
+                           "ReleaseByteArrayElements(byte[] xml, null, JNI_ABORT)",
+                           NoPendingException(), "unlock depth=0")));
 }
 
 TEST_F(VizConverterTest, AnEmptyResultIsSuccess) {
@@ -343,10 +343,10 @@ TEST_F(VizConverterTest, ElementsThatJavaDoesNotGiveAreFailure) {
   std::string xml = "before";
   EXPECT_FALSE(converter.GPLtoXML("g", xml));
   EXPECT_EQ(xml, "before");
-  EXPECT_TRUE(Happened(
-      Seq(Conversion("ConvertGPL", "g"), "GetArrayLength(byte[] xml)",
-          "GetByteArrayElements(byte[] xml)", "ReleaseByteArrayElements(byte[] xml, null, JNI_ABORT)",
-          NoPendingException(), "unlock depth=0")));
+  EXPECT_TRUE(Happened(Seq(Conversion("ConvertGPL", "g"), "GetArrayLength(byte[] xml)",
+                           "GetByteArrayElements(byte[] xml)",
+                           "ReleaseByteArrayElements(byte[] xml, null, JNI_ABORT)",
+                           NoPendingException(), "unlock depth=0")));
 }
 
 TEST_F(VizConverterTest, AnArrayThatJavaCannotMakeStillReachesTheCall) {

@@ -188,9 +188,8 @@ TEST_F(LocalFrameOnJvm, AnExceptionThatThrowsWhenItIsReadIsClearedAndTold) {
   const auto render = [] {
     unsigned int unused = 0;
     std::string picture;
-    return ViZEditor::GetInstance()->RenderImageToMemoryHeadless("throw unspeakable", "", unused,
-                                                                 ViZEditor::IMAGE_PNG, 100, "", "",
-                                                                 "", "", picture);
+    return ViZEditor::GetInstance()->RenderImageToMemoryHeadless(
+        "throw unspeakable", "", unused, ViZEditor::IMAGE_PNG, 100, "", "", "", "", picture);
   };
   EXPECT_FALSE(render());
   EXPECT_EQ(env->ExceptionCheck(), JNI_TRUE);

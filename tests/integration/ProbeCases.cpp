@@ -353,7 +353,8 @@ void TextsAreTerminated(JNIEnv* env) {
       units = units && std::equal(chars, chars + length, text.begin()) && chars[length] == 0;
       env->ReleaseStringChars(string, chars);
       const char* utf = env->GetStringUTFChars(string, &isCopy);
-      bytes = bytes && std::strlen(utf) == static_cast<std::size_t>(env->GetStringUTFLength(string));
+      bytes =
+          bytes && std::strlen(utf) == static_cast<std::size_t>(env->GetStringUTFLength(string));
       env->ReleaseStringUTFChars(string, utf);
       env->DeleteLocalRef(string);
     }
@@ -370,7 +371,9 @@ void TextsKeepZeros(JNIEnv* env) {
   Show("units", std::equal(text, text + 3, chars) && chars[3] == 0);
   env->ReleaseStringChars(string, chars);
   const char* utf = env->GetStringUTFChars(string, nullptr);
-  Show("bytes", std::string(utf) == "a\xC0\x80" "b");
+  Show("bytes", std::string(utf) ==
+                    "a\xC0\x80"
+                    "b");
   env->ReleaseStringUTFChars(string, utf);
 }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Has stand-ins for the Java classes answer with fewer bytes than the library reads, on a heap full
-// of old bytes, in a process of its own: result_probe <case> [bare]. It prints what it sees as lines
-// "name=value".
+// of old bytes, in a process of its own: result_probe <case> [bare]. It prints what it sees as
+// lines "name=value".
 #include <algorithm>
 #include <cstdlib>
 #include <iostream>
@@ -41,7 +41,8 @@ void DirtyHeap() {
   }
 }
 
-// Whether memory of a small size comes with old bytes. The analyzer is right that nobody should look.
+// Whether memory of a small size comes with old bytes. The analyzer is right that nobody should
+// look.
 bool HeapIsDirty() {
   void* memory = std::malloc(kSmall);
   const auto* bytes = static_cast<const volatile char*>(memory);
@@ -69,8 +70,8 @@ Outputs Map(ViZEditor::IMAGE_TYPE type, const std::string& chart) {
   return outputs;
 }
 
-// The same many times, since other memory is used each time. Shows the first result, and whether all
-// others are like it.
+// The same many times, since other memory is used each time. Shows the first result, and whether
+// all others are like it.
 void ShowMap(ViZEditor::IMAGE_TYPE type, const std::string& chart) {
   const Outputs shown = Map(type, chart);
   Show("answer", shown.answer);

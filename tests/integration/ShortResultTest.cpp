@@ -44,8 +44,8 @@ constexpr Row kRows[] = {
     {"MapOfThreeBlocks", "answer=1\nfirst=one\nsecond=two\nthird=three\nsame=1\n", Bare::kSame},
     {"ChartsOfNothing", "answer=0\npicture=\nstyled=0\ndocument=\ngraph=\n", Bare::kSame},
     {"ConversionsOfNothing", "answer=1\nxml=\nupgraded=1\nnewXml=\n", Bare::kSame},
-    {"TreesOfNothing",
-     "display=\nmodel=\nsize=0\nmeasured=0\nwidth=7\nanswer=0\nbytes=0\nimage=\n", Bare::kSame},
+    {"TreesOfNothing", "display=\nmodel=\nsize=0\nmeasured=0\nwidth=7\nanswer=0\nbytes=0\nimage=\n",
+     Bare::kSame},
 };
 
 class ShortResult : public testing::TestWithParam<Row> {
@@ -98,9 +98,8 @@ TEST_P(ShortResult, BareOnOtherJvm) {
   ExpectBare(OtherJavaHome());
 }
 
-INSTANTIATE_TEST_SUITE_P(All, ShortResult, testing::ValuesIn(kRows), [](const auto& each) {
-  return std::string(each.param.name);
-});
+INSTANTIATE_TEST_SUITE_P(All, ShortResult, testing::ValuesIn(kRows),
+                         [](const auto& each) { return std::string(each.param.name); });
 
 }  // namespace
 }  // namespace chartbridge

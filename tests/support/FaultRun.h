@@ -36,8 +36,8 @@ class FaultScene {
 /// What a failing call gives follows from what the operation does with its result:
 /// - the exception check and every release decide nothing: the operation succeeds;
 /// - a lookup, an argument or a Java call that fails ends in the operation's failure value, with
-///   the outputs untouched, because Java refuses arguments that were lost and gives null or zero for a
-///   call without a method or an object;
+///   the outputs untouched, because Java refuses arguments that were lost and gives null or zero
+///   for a call without a method or an object;
 /// - what else a call decides (a length of zero is an empty result, the loss of one entry of many
 ///   is no more than that) stands in `special`, one by one.
 struct FaultOperation {

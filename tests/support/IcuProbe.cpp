@@ -126,9 +126,8 @@ int32_t IcuProbe::FromUChars(UConverter* converter, char* text, int32_t capacity
                              const UChar* units, int32_t length, UErrorCode* error) {
   const KitScope kit;
   const std::string source =
-      units == nullptr
-          ? "null"
-          : Quoted(Utf8(std::u16string(units, static_cast<std::size_t>(length))));
+      units == nullptr ? "null"
+                       : Quoted(Utf8(std::u16string(units, static_cast<std::size_t>(length))));
   Record("ucnv_fromUChars(" + std::to_string(capacity) + ", " + source + ")", converter, error);
   return RealFromUChars(converter, text, capacity, units, length, error);
 }
