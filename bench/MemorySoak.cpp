@@ -38,8 +38,21 @@ bool Embed() {
               .empty();
 }
 
-// The Java class has no such method, so each call is an exception that is recorded.
+// The Java class has no such method, so each call is two exceptions that are recorded: the
+// lookup's, and the guard's for the call without a method.
 bool Fail() { return !ViZEditor::GetInstance()->ConvertImage("", "", ViZEditor::IMAGE_PNG); }
+
+// A frame of JNI's own, which gives references back and nothing else.
+class PlainFrame {
+ public:
+  explicit PlainFrame(JNIEnv* env) : _env(env) { _env->PushLocalFrame(64); }
+  ~PlainFrame() { _env->PopLocalFrame(nullptr); }
+  PlainFrame(const PlainFrame&) = delete;
+  PlainFrame& operator=(const PlainFrame&) = delete;
+
+ private:
+  JNIEnv* _env;
+};
 
 double InUseKiB() {
   const auto memory = mallinfo2();
@@ -55,13 +68,13 @@ int main(int argc, char** argv) {
   std::string name;
   long calls = 100000;
   long every = 10000;
-  bool frames = true;
+  bool plain = false;
   app.add_option("operation", name, "render, embed or exception")
       ->required()
       ->check(CLI::IsMember(operations));
   app.add_option("--calls", calls, "how often")->capture_default_str();
   app.add_option("--every", every, "how many calls between two lines")->capture_default_str();
-  app.add_flag("!--no-frames", frames, "without a local frame around each call");
+  app.add_flag("--plain-frames", plain, "frames of JNI's own, which leave elements out");
   CLI11_PARSE(app, argc, argv);
 
   chartbridge::JvmSettings settings;
@@ -76,7 +89,8 @@ int main(int argc, char** argv) {
       std::cout << std::setw(7) << i << std::setprecision(0) << std::setw(28) << InUseKiB()
                 << std::setprecision(1) << std::setw(16) << chartbridge::ResidentMiB() << std::endl;
     }
-    const auto frame = frames ? std::make_unique<chartbridge::LocalFrame>() : nullptr;
+    const PlainFrame references(env);
+    const auto frame = plain ? nullptr : std::make_unique<chartbridge::LocalFrame>();
     if (operations.at(name)()) continue;
     std::cerr << "Call " << i << " failed; set DumpChartTimePath to see why.\n";
     return 1;

@@ -125,9 +125,9 @@ bool TakeNumbered(const void* buffer, std::uint64_t number) {
 }  // namespace
 
 void* ElementBuffers::New(const ElementSource& source, std::size_t bytes) {
-  void* buffer = std::malloc(bytes + kZeroedBehind);
+  void* buffer = std::malloc(MemoryFor(bytes));
   if (buffer == nullptr) return nullptr;
-  std::memset(static_cast<char*>(buffer) + bytes, 0, kZeroedBehind);
+  std::memset(static_cast<char*>(buffer) + bytes, 0, MemoryFor(bytes) - bytes);
   const std::uint64_t number = ObtainedBuffers::NextNumber();
   if (Add(buffer, source, number)) {
     ObtainedBuffers::Add(buffer, number);

@@ -27,12 +27,17 @@ struct ElementSource {
 /// that is not out is never touched. Safe on any thread.
 class ElementBuffers {
  public:
-  /// How many bytes of value 0 stand behind the elements.
+  /// How much memory `bytes` bytes of elements get; all behind them is zero.
   ///
   /// Native code may read a little beyond the end: the result of an image map is three blocks, each
   /// of which begins with its length in four bytes, and the lengths are read without a look at how
-  /// long the array is. Behind an empty array that is three lengths; texts need one zero unit.
-  static constexpr std::size_t kZeroedBehind = 12;
+  /// long the array is. Of an empty array that is three lengths, and behind one whole block two
+  /// more. Texts need one zero unit. No more than that, since the allocator is fastest up to 1032
+  /// bytes, and arrays of 1 kB are common.
+  static constexpr std::size_t MemoryFor(std::size_t bytes) {
+    constexpr std::size_t kLength = 4;
+    return bytes + 2 * kLength > 3 * kLength ? bytes + 2 * kLength : 3 * kLength;
+  }
 
   /// Memory for `bytes` bytes and the zeros behind them, 16-byte aligned and never null for 0. Null
   /// when memory is short.

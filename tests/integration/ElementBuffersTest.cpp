@@ -65,11 +65,20 @@ TEST(ElementBuffers, AreAlignedAndNeverNull) {
 }
 
 bool HasZerosBehind(const void* buffer, std::size_t bytes) {
-  const auto* behind = static_cast<const unsigned char*>(buffer) + bytes;
-  for (std::size_t i = 0; i < ElementBuffers::kZeroedBehind; ++i) {
-    if (behind[i] != 0) return false;
+  const auto* memory = static_cast<const unsigned char*>(buffer);
+  for (std::size_t i = bytes; i < ElementBuffers::MemoryFor(bytes); ++i) {
+    if (memory[i] != 0) return false;
   }
   return true;
+}
+
+// Three lengths of four bytes are read of an array of no bytes, two behind a whole block.
+TEST(ElementBuffers, HaveRoomForTheLengthsThatAreReadBehindThem) {
+  EXPECT_EQ(ElementBuffers::MemoryFor(0), 12U);
+  EXPECT_EQ(ElementBuffers::MemoryFor(1), 12U);
+  EXPECT_EQ(ElementBuffers::MemoryFor(4), 12U);
+  EXPECT_EQ(ElementBuffers::MemoryFor(5), 13U);
+  EXPECT_EQ(ElementBuffers::MemoryFor(1024), 1032U);
 }
 
 // Also where the memory was used before.
@@ -77,8 +86,8 @@ TEST(ElementBuffers, HaveZerosBehindThem) {
   for (std::size_t bytes = 0; bytes < 300; ++bytes) {
     std::vector<void*> old;
     for (int i = 0; i < 10; ++i) {
-      old.push_back(std::malloc(bytes + ElementBuffers::kZeroedBehind));
-      std::memset(old.back(), 0x7f, bytes + ElementBuffers::kZeroedBehind);
+      old.push_back(std::malloc(ElementBuffers::MemoryFor(bytes)));
+      std::memset(old.back(), 0x7f, ElementBuffers::MemoryFor(bytes));
     }
     for (void* memory : old) std::free(memory);
     void* buffer = NewBuffer(bytes, bytes);

@@ -76,7 +76,7 @@ class GuardTextsTest : public testing::Test {
 TEST_F(GuardTextsTest, UnitsAreTerminated) {
   for (std::size_t length = 0; length < 300; ++length) {
     content = std::u16string(length, u'\u20ac');
-    Dirty(2 * length + 12);
+    Dirty(ElementBuffers::MemoryFor(2 * length));
     jboolean isCopy = JNI_FALSE;
     const jchar* units = Env()->GetStringChars(string, &isCopy);
     EXPECT_TRUE(std::equal(content.begin(), content.end(), units));
@@ -90,7 +90,7 @@ TEST_F(GuardTextsTest, UnitsAreTerminated) {
 TEST_F(GuardTextsTest, BytesAreTerminated) {
   for (std::size_t length = 0; length < 300; ++length) {
     content = std::u16string(length, u'a');
-    Dirty(length + 12);
+    Dirty(ElementBuffers::MemoryFor(length));
     jboolean isCopy = JNI_FALSE;
     const char* bytes = Env()->GetStringUTFChars(string, &isCopy);
     EXPECT_EQ(std::string(bytes), std::string(length, 'a'));
