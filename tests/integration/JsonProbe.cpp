@@ -36,7 +36,10 @@ jsonEditor& Configured() {
   return *editor;
 }
 
+// The lock from the settings to the end of the export: there is one editor in the process, and
+// another thread's GetInstance would empty the settings in between.
 void Export() {
+  const CriticalSection::Lock lock(TeskJVM::CritSect());
   const chartbridge::LocalFrame frame;
   Show("answer", Configured().RenderChartJSON(kChart, {}, {}));
 }
@@ -57,8 +60,8 @@ void OnAnotherThread() {
   }).join();
 }
 
-// What a host without the guard does: it gives the editor the calling thread's env, and lets nobody
-// else export until the call is over.
+// What a host without the guard does: it gives the editor the calling thread's env, under the same
+// lock.
 void OnAnotherThreadWithItsEnv() {
   std::thread([] {
     {
