@@ -9,7 +9,9 @@
 #                 lib/pkgconfig/              chartbridge, chartbridge-host and chartbridge-guard
 #   command       bin/chartbridge             the command
 #                 share/man/man1/             its manual pages
-#                 share/bash-completion/      its completion
+#                 share/bash-completion/      its completion, for bash,
+#                 share/zsh/                  zsh
+#                 share/fish/                 and fish
 #   archive       share/chartbridge/          the class-data-sharing archive of the Java classes
 include(CMakePackageConfigHelpers)
 
@@ -87,9 +89,21 @@ foreach(module chartbridge chartbridge-host chartbridge-guard)
           DESTINATION "${pkgconfig_dir}" COMPONENT development)
 endforeach()
 
-install(FILES "${PROJECT_SOURCE_DIR}/packaging/completion/chartbridge.bash"
+set(completions "${PROJECT_SOURCE_DIR}/packaging/completion")
+install(FILES "${completions}/chartbridge.bash"
         DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions" RENAME chartbridge
         COMPONENT command)
+install(FILES "${completions}/chartbridge.fish"
+        DESTINATION "${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d" COMPONENT command)
+# zsh looks into site-functions below /usr/local; below /usr Debian has a folder for packages.
+install(CODE "
+  set(zsh_folder site-functions)
+  if(CMAKE_INSTALL_PREFIX STREQUAL \"/usr\" AND EXISTS /etc/debian_version)
+    set(zsh_folder vendor-completions)
+  endif()
+  file(INSTALL \"${completions}/_chartbridge\"
+    DESTINATION \"\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_DATADIR}/zsh/\${zsh_folder}\")"
+  COMPONENT command)
 
 # The manual pages are made by running the command, which an instrumented build makes slow.
 if(CHARTBRIDGE_SANITIZE)

@@ -55,7 +55,10 @@ HEADERS
 
 echo "-- the manual pages and the completion"
 [[ -s "$work/first/share/man/man1/chartbridge-render.1.gz" ]] || fail "no manual page"
-bash -n "$work/first/share/bash-completion/completions/chartbridge" || fail "no completion"
+for completion in bash-completion/completions/chartbridge zsh/site-functions/_chartbridge \
+  fish/vendor_completions.d/chartbridge.fish; do
+  [[ -s "$work/first/share/$completion" ]] || fail "no $completion"
+done
 
 echo "-- a staged installation"
 DESTDIR="$work/stage" "$cmake" --install "$build_dir" --prefix /opt/chartbridge \
