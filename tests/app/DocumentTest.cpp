@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -290,8 +291,10 @@ TEST_F(DocumentStubTest, EachFindingIsALine) {
   EXPECT_EQ(result.errors, "chartbridge: report.xml: 2 findings\n");
 }
 
-/// What a command writes when standard error is a terminal.
-std::string OnTerminal(const std::vector<std::string>& arguments, const std::string& folder) {
+/// What a command writes when standard error is a terminal. `onText` is called with all that came so
+/// far, as often as more comes.
+std::string OnTerminal(const std::vector<std::string>& arguments, const std::string& folder,
+                       const std::function<void(const std::string&)>& onText) {
   int terminal = -1;
   const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
   if (child == 0) {
@@ -308,6 +311,7 @@ std::string OnTerminal(const std::vector<std::string>& arguments, const std::str
   char chunk[4096];
   for (ssize_t count; (count = read(terminal, chunk, sizeof chunk)) > 0;) {
     shown.append(chunk, static_cast<std::size_t>(count));
+    onText(shown);
   }
   close(terminal);
   waitpid(child, nullptr, 0);
@@ -315,9 +319,16 @@ std::string OnTerminal(const std::vector<std::string>& arguments, const std::str
 }
 
 TEST_F(DocumentStubTest, LongWorkIsShownOnATerminal) {
-  Adapt("try { Thread.sleep(3500); } catch (InterruptedException e) {} return \"\";");
+  // The work is done when its third second was shown, or after a minute.
+  Adapt(
+      "java.io.File shown = new java.io.File(\"shown\");"
+      "try { for (int i = 0; i < 6000 && !shown.exists(); i++) Thread.sleep(10); }"
+      "catch (InterruptedException e) {} return \"\";");
   const std::string shown = OnTerminal(
-      {"document", "check", "report.xml", "--classpath", stubs.File("classes")}, folder.Path());
+      {"document", "check", "report.xml", "--classpath", stubs.File("classes")}, folder.Path(),
+      [this](const std::string& text) {
+        if (text.find("3 s") != std::string::npos) folder.Write("shown", "");
+      });
   EXPECT_THAT(shown, AllOf(StartsWith("\r\033[Kreport.xml: 2 s\r\033[Kreport.xml: 3 s"),
                            testing::EndsWith("\r\033[K")));
 }

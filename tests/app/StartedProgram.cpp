@@ -13,7 +13,7 @@ namespace chartbridge {
 
 namespace {
 
-constexpr unsigned kSecondsAtMost = 60;
+constexpr unsigned kSecondsAtMost = 100;
 
 [[noreturn]] void BecomeProgram(const std::vector<std::string>& arguments,
                                 const RunSettings& settings) {

@@ -2,6 +2,7 @@
 // The tree window on an X server of its own.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <signal.h>
 
 #include <chrono>
 #include <future>
@@ -9,6 +10,7 @@
 #include <thread>
 #include <vector>
 
+#include "tests/app/StartedProgram.h"
 #include "tests/app/TreeFolder.h"
 #include "tests/app/VirtualScreen.h"
 
@@ -52,7 +54,7 @@ class TreeShowTest : public testing::Test {
   }
 
   const TreeFolder folder;
-  const VirtualScreen screen;
+  VirtualScreen screen;
 };
 
 TEST_F(TreeShowTest, ShowsTheTreeWhereItIsAskedAndClosesWithTheWindow) {
@@ -68,7 +70,7 @@ TEST_F(TreeShowTest, ShowsTheTreeWhereItIsAskedAndClosesWithTheWindow) {
   EXPECT_EQ(running.wait_for(std::chrono::milliseconds(500)), std::future_status::timeout);
   screen.Close(window);
   ExpectDone(running);
-  EXPECT_EQ(screen.SettledPicture(shown), before);
+  EXPECT_TRUE(screen.Becomes(before));
   EXPECT_THAT(folder.NewNames(), ElementsAre());
 }
 
@@ -84,7 +86,7 @@ TEST_F(TreeShowTest, AClickCollapsesANodeAndTheDisplayDataKeepIt) {
   std::string collapsed = open;
   for (int y = 60; y < 400 && collapsed == open; y += 15) {
     screen.Click(middle, y);
-    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    std::this_thread::sleep_for(screen.Stillness());
     collapsed = screen.Picture();
   }
   ASSERT_NE(collapsed, open);
@@ -100,7 +102,7 @@ TEST_F(TreeShowTest, AClickCollapsesANodeAndTheDisplayDataKeepIt) {
   // Shown again with these data, the tree looks as it was left.
   auto again = Show({"airquality.pmml", "--geometry", "1000x900+0+0", "--display", "display.xml"});
   const VirtualScreen::Window second = screen.WaitFor(kTitle);
-  EXPECT_EQ(screen.SettledPicture(before), collapsed);
+  EXPECT_TRUE(screen.Becomes(collapsed));
   screen.Close(second);
   ExpectDone(again);
 }
@@ -109,10 +111,12 @@ TEST_F(TreeShowTest, InterruptionClosesTheWindowInOrder) {
   RunSettings settings;
   settings.environment["DISPLAY"] = screen.Name();
   settings.folder = folder.Path();
-  const RunResult result =
-      RunProgram({"timeout", "--preserve-status", "-s", "INT", "5", CHARTBRIDGE_COMMAND, "tree",
-                  "show", "iris.pmml", "--depth", "1", "--left-to-right", "--save-display", "-"},
-                 settings);
+  StartedProgram program({CHARTBRIDGE_COMMAND, "tree", "show", "iris.pmml", "--depth", "1",
+                          "--left-to-right", "--save-display", "-"},
+                         settings);
+  screen.WaitFor(kTitle);
+  program.Send(SIGINT);
+  const RunResult result = program.Result();
   EXPECT_EQ(result.exitCode, 0);
   EXPECT_EQ(result.errors, "");
   EXPECT_THAT(result.output, HasSubstr("<tree-display "));

@@ -8,6 +8,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
 #include <stdexcept>
 #include <thread>
@@ -16,9 +17,9 @@ namespace chartbridge {
 
 namespace {
 
-constexpr std::chrono::seconds kPatience(30);
+constexpr std::chrono::seconds kPatience(60);
 constexpr std::chrono::milliseconds kPause(50);
-constexpr std::chrono::milliseconds kStillness(400);
+constexpr std::chrono::milliseconds kLeastStillness(400);
 constexpr unsigned kSecondsAtMost = 120;
 
 // A window may go between the question for it and the answer.
@@ -44,7 +45,7 @@ std::string ReadLine(int descriptor) {
 
 }  // namespace
 
-VirtualScreen::VirtualScreen() {
+VirtualScreen::VirtualScreen() : _stillness(kLeastStillness) {
   int ends[2];
   if (pipe(ends) != 0) throw std::runtime_error("no pipe");
   _server = fork();
@@ -94,10 +95,15 @@ std::optional<VirtualScreen::Window> VirtualScreen::Find(const std::string& titl
   return found;
 }
 
-VirtualScreen::Window VirtualScreen::WaitFor(const std::string& title) const {
-  const auto end = std::chrono::steady_clock::now() + kPatience;
-  while (std::chrono::steady_clock::now() < end) {
-    if (const auto window = Find(title)) return *window;
+VirtualScreen::Window VirtualScreen::WaitFor(const std::string& title) {
+  using Clock = std::chrono::steady_clock;
+  const auto begin = Clock::now();
+  while (Clock::now() < begin + kPatience) {
+    if (const auto window = Find(title)) {
+      _stillness = std::max(kLeastStillness, std::chrono::duration_cast<std::chrono::milliseconds>(
+                                                 (Clock::now() - begin) / 2));
+      return *window;
+    }
     std::this_thread::sleep_for(kPause);
   }
   throw std::runtime_error("no window \"" + title + "\" came");
@@ -118,12 +124,21 @@ std::string VirtualScreen::SettledPicture(const std::string& before) const {
   const auto end = std::chrono::steady_clock::now() + kPatience;
   std::string last = Picture();
   while (std::chrono::steady_clock::now() < end) {
-    std::this_thread::sleep_for(kStillness);
+    std::this_thread::sleep_for(_stillness);
     std::string now = Picture();
     if (now == last && now != before) return now;
     last = std::move(now);
   }
   throw std::runtime_error("the screen does not change, or does not come to rest");
+}
+
+bool VirtualScreen::Becomes(const std::string& picture) const {
+  const auto end = std::chrono::steady_clock::now() + kPatience;
+  while (Picture() != picture) {
+    if (std::chrono::steady_clock::now() > end) return false;
+    std::this_thread::sleep_for(kPause);
+  }
+  return true;
 }
 
 void VirtualScreen::MoveTo(int x, int y) const {

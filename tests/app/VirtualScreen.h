@@ -4,6 +4,7 @@
 
 #include <sys/types.h>
 
+#include <chrono>
 #include <optional>
 #include <string>
 
@@ -37,14 +38,20 @@ class VirtualScreen {
 
   /// The window with a title; none while there is none, or it is not shown.
   std::optional<Window> Find(const std::string& title) const;
-  /// Waits until there is such a window. Throws after half a minute.
-  Window WaitFor(const std::string& title) const;
+  /// Waits until there is such a window. Throws after a minute.
+  Window WaitFor(const std::string& title);
 
   /// The colour of each point, four bytes each, in rows.
   std::string Picture() const;
-  /// Waits until nothing moves on the screen, and until it differs from `before`. Throws after half
-  /// a minute.
+  /// Waits until nothing moves on the screen, and until it differs from `before`. Throws after a
+  /// minute.
   std::string SettledPicture(const std::string& before) const;
+  /// Waits until the screen shows a picture. False when it does not within a minute.
+  bool Becomes(const std::string& picture) const;
+  /// How long nothing must change before the screen counts as settled. A busy machine paints as
+  /// slowly as it starts programs, so that this is half of the time that the last window took to
+  /// come, and some tenths of a second at least.
+  std::chrono::milliseconds Stillness() const { return _stillness; }
 
   /// Clicks at a point with the left button and moves the pointer back into the corner.
   void Click(int x, int y) const;
@@ -55,6 +62,7 @@ class VirtualScreen {
   void MoveTo(int x, int y) const;
 
   pid_t _server;
+  std::chrono::milliseconds _stillness;
   std::string _name;
   // Xlib's headers define names that no other header stands.
   void* _connection;

@@ -8,6 +8,8 @@
 #include <vector>
 
 #include "json/jsonEditor.h"
+#include "platform/CriticalSection.h"
+#include "platform/TeskJVM.h"
 #include "tests/support/EventLog.h"
 #include "tests/support/FakePlatform.h"
 #include "tests/support/TreeFixture.h"
@@ -20,9 +22,12 @@ namespace {
 constexpr int kThreads = 8;
 constexpr int kRounds = 40;
 
+constexpr char kJsonImager[] = "com/tesk/java_client/core/documents/output/export/JsonImager";
+constexpr char kChartToFile[] = "(Ljava/lang/String;[BZLjava/lang/String;I)Z";
 constexpr char kModelToMemory[] = "([B[B[B[BLjava/lang/String;II)Ljava/util/HashMap;";
 
 thread_local JNIEnv* thread_env = nullptr;
+thread_local std::string thread_file;
 
 class TreeConcurrencyTest : public TreeEditorFixture {
  protected:
@@ -134,6 +139,35 @@ TEST_F(TreeConcurrencyTest, OneJsonEditorForManyThreads) {
     seen[static_cast<std::size_t>(thread)]->SetCodepage("UTF-8");
   });
   EXPECT_EQ(std::set<jsonEditor*>(seen.begin(), seen.end()).size(), 1U);
+  delete jsonEditor::_instance;
+  jsonEditor::_instance = nullptr;
+}
+
+// The setters take no lock: a host holds it from the settings to the end of the export.
+TEST_F(TreeConcurrencyTest, ChartJsonUnderTheLockOfTheHost) {
+  std::atomic<int> wrong{0};
+  jvm.ClassWithConstructor(kJsonImager);
+  jvm.Method(kJsonImager, "exportChartJsonToFile", kChartToFile)
+      .Does([this, &wrong](const FakeCall& call) {
+        Watch(call);
+        if (call.jvm.Describe(call.arguments.at(3).value.l) != "\"" + thread_file + "\"") ++wrong;
+        jvalue value{};
+        value.z = JNI_TRUE;
+        return value;
+      });
+  jsonEditor::_instance = nullptr;
+  jsonEditor::GetInstance()->StartEditorHeadless(jvm.Env());
+  InThreads([&wrong](int thread) {
+    thread_file = "chart " + std::to_string(thread);
+    const CriticalSection::Lock lock(TeskJVM::CritSect());
+    jsonEditor* json = jsonEditor::GetInstance();
+    json->setFilePath(thread_file);
+    json->SetEnv(thread_env);
+    if (!json->RenderChartJSON("chart", {}, {})) ++wrong;
+  });
+  EXPECT_EQ(wrong, 0);
+  EXPECT_EQ(overlaps, 0);
+  EXPECT_EQ(wrong_envs, 0);
   delete jsonEditor::_instance;
   jsonEditor::_instance = nullptr;
 }

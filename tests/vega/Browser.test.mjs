@@ -13,6 +13,8 @@ const CHART = path.join(EXAMPLES, 'charts/states.gpl');
 const DATA = path.join(EXAMPLES, 'data/states.csv');
 const MAPS = ['states.geojson', 'cities.geojson'].map((name) => path.join(EXAMPLES, 'maps', name));
 const TOOLTIP = '#vg-tooltip-element.visible';
+/** Milliseconds that a busy machine may take. */
+const PATIENCE = 60000;
 
 let browser;
 
@@ -22,7 +24,7 @@ before(async () => {
   mkdirSync(PICTURES, { recursive: true });
   // The sandbox of the browser does not work for root.
   const args = process.getuid() === 0 ? ['--no-sandbox'] : [];
-  browser = await puppeteer.launch({ executablePath, args, headless: true });
+  browser = await puppeteer.launch({ executablePath, args, headless: true, timeout: PATIENCE });
 });
 
 after(() => browser?.close());
@@ -30,6 +32,7 @@ after(() => browser?.close());
 /** Opens a page of `chartbridge view` and sees that it loads nothing and that nothing goes wrong. */
 async function open(t, file) {
   const page = await browser.newPage();
+  page.setDefaultTimeout(PATIENCE);
   t.after(() => page.close());
   const complaints = [];
   page.on('console', (message) => complaints.push(message.text()));
@@ -44,7 +47,6 @@ async function open(t, file) {
   await page.goto(`file://${file}`);
   await page.waitForFunction(
     () => document.getElementById('chart').vegaView || !document.getElementById('failure').hidden,
-    { timeout: 20000 },
   );
   assert.equal(await page.$eval('#failure', (element) => element.textContent), '');
   page.complaints = complaints;
@@ -84,7 +86,7 @@ function findMark(page, values) {
 async function tooltipAt(page, { x, y }) {
   await page.mouse.move(x - 30, y - 30);
   await page.mouse.move(x, y, { steps: 5 });
-  await page.waitForSelector(TOOLTIP, { timeout: 5000 });
+  await page.waitForSelector(TOOLTIP);
   return page.$eval(TOOLTIP, (element) => element.innerText);
 }
 
@@ -149,7 +151,7 @@ describe('a map', () => {
         walk(document.getElementById('chart').vegaView.scenegraph().root);
         return !marks.some((item) => Math.abs(item.x - before) < 1e-9);
       },
-      { timeout: 5000 },
+      {},
       wyoming.x,
     );
     assert.deepEqual(page.complaints, []);
@@ -181,7 +183,7 @@ describe('a chart', () => {
     await page.mouse.wheel({ deltaY: -400 });
     await page.waitForFunction(
       (old) => [...document.querySelectorAll('#chart .role-axis-label text')].map((text) => text.textContent).join(' ') !== old,
-      { timeout: 5000 },
+      {},
       before,
     );
     await page.screenshot({ path: path.join(PICTURES, 'sales.png') });

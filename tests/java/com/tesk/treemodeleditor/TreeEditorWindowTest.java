@@ -50,7 +50,7 @@ import org.junit.jupiter.api.Test;
 class TreeEditorWindowTest {
   private static final byte[] NONE = new byte[0];
   private static final byte[] AIR = Models.example("airquality");
-  private static final int PATIENCE_MILLISECONDS = 10_000;
+  private static final int PATIENCE_MILLISECONDS = 60_000;
   private static final int AWAY = 2;
   private static int editors;
 
@@ -405,7 +405,7 @@ class TreeEditorWindowTest {
   @Test
   void callsFromTheEventThreadAndFromOthersDoNotBlock() {
     show(20, 20, 400, 300, AIR, NONE);
-    assertTimeoutPreemptively(Duration.ofSeconds(30), () -> {
+    assertTimeoutPreemptively(Duration.ofSeconds(120), () -> {
       List<Thread> threads = new ArrayList<>();
       for (int i = 0; i < 4; i++) {
         int number = i;

@@ -53,7 +53,7 @@ class UnfinishedFilesTest {
   }
 
   private void assertNothingIsLeft(int exitCode) throws Exception {
-    assertTrue(program.waitFor(30, TimeUnit.SECONDS));
+    assertTrue(program.waitFor(60, TimeUnit.SECONDS));
     assertEquals(exitCode, program.exitValue());
     assertEquals(List.of("first"), names(folder));
     assertEquals("old", Files.readString(folder.resolve("first")));

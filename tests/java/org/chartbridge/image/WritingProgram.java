@@ -4,7 +4,10 @@ package org.chartbridge.image;
 import static java.nio.charset.StandardCharsets.UTF_8;
 
 import java.io.IOException;
+import java.nio.file.Files;
 import java.nio.file.Path;
+import java.util.concurrent.CountDownLatch;
+import java.util.concurrent.TimeUnit;
 import org.chartbridge.chart.ChartException;
 
 /**
@@ -12,6 +15,9 @@ import org.chartbridge.chart.ChartException;
  * line of input.
  */
 final class WritingProgram {
+  private static final int PATIENCE_SECONDS = 60;
+  private static final CountDownLatch TRIED = new CountDownLatch(1);
+
   private WritingProgram() {}
 
   public static void main(String[] arguments) {
@@ -26,7 +32,9 @@ final class WritingProgram {
         System.out.println("staged");
         awaitLine();
         exitAside();
+        awaitRemovalOf(made);
         tryToWriteMore(folder);
+        TRIED.countDown();
       });
     }
   }
@@ -39,11 +47,24 @@ final class WritingProgram {
 
   /** The thread that asks for the end waits for it forever, so it is another one. */
   private static void exitAside() {
-    Thread exit = new Thread(() -> System.exit(7));
     // Keeps the JVM from being gone before the file operations below were tried.
-    Runtime.getRuntime().addShutdownHook(new Thread(() -> pause(1000)));
-    exit.start();
-    pause(500);
+    Runtime.getRuntime().addShutdownHook(new Thread(WritingProgram::awaitTrial));
+    new Thread(() -> System.exit(7)).start();
+  }
+
+  private static void awaitTrial() {
+    try {
+      TRIED.await(PATIENCE_SECONDS, TimeUnit.SECONDS);
+    } catch (InterruptedException e) {
+      throw new IllegalStateException(e);
+    }
+  }
+
+  /** Unfinished files go as the JVM begins to end. */
+  private static void awaitRemovalOf(Path folder) {
+    for (int i = 0; i < 100 * PATIENCE_SECONDS && Files.exists(folder); i++) {
+      pause(10);
+    }
   }
 
   private static void tryToWriteMore(Path folder) {
