@@ -53,6 +53,10 @@ for package in "${packages[@]}"; do
   [[ "$(dpkg-deb --field "$package" Version)" == "$version" ]] || fail "$package is no $version"
 done
 
+echo "-- lintian"
+# What is overridden says why in packaging/debian/*.lintian-overrides.
+lintian --allow-root --fail-on error,warning "${packages[@]}" || fail "lintian complains"
+
 echo "-- installed with dpkg, all dependencies declared and known"
 mkdir -p "$root" "$database/info" "$database/updates" "$database/triggers"
 cp /var/lib/dpkg/status "$database/status"
@@ -85,6 +89,27 @@ mkdir "$work/jar"
 ! grep -r -l -F -e "$build_dir" -e "$source_dir" "$root/usr" "$work/jar" ||
   fail "these know where they were built"
 [[ -z "$(find "$root/usr" -perm /022 -not -type l)" ]] || fail "files that others may write"
+
+echo "-- hardened as the distribution hardens its own packages"
+[[ "$(DEB_BUILD_MAINT_OPTIONS=hardening=+all dpkg-buildflags --get LDFLAGS)" == \
+  "-Wl,-z,relro -Wl,-z,now" ]] || fail "the distribution hardens in another way now"
+for file in "$root/usr/bin/chartbridge" "$libraries"/lib{chartbridge,teskhost,jniguard}.so.$major; do
+  readelf --wide --dynamic --program-headers --symbols "$file" >"$work/elf"
+  grep -q GNU_RELRO "$work/elf" || fail "$file: no relro"
+  grep -q 'FLAGS.*NOW' "$work/elf" || fail "$file: not bound when it is loaded"
+  grep -q 'GNU_STACK.* RW ' "$work/elf" || fail "$file: its stack can be run"
+  grep -q '__stack_chk_fail' "$work/elf" || fail "$file: no stack protector"
+  grep -q 'Type:.*DYN' < <(readelf --file-header "$file") || fail "$file: at a fixed address"
+done
+# The functions that are checked in place of those that are not; only the command calls such.
+grep -q '_chk@' < <(readelf --wide --symbols "$root/usr/bin/chartbridge" "$libraries/libteskhost.so.$major") ||
+  fail "no fortified functions"
+
+echo "-- completion"
+for completion in bash-completion/completions/chartbridge zsh/vendor-completions/_chartbridge \
+  fish/vendor_completions.d/chartbridge.fish; do
+  [[ -s "$root/usr/share/$completion" ]] || fail "no $completion"
+done
 
 # From here on everything comes from the packages.
 export LD_LIBRARY_PATH="$libraries"
