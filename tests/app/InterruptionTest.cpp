@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <csignal>
 #include <functional>
 #include <string>
 #include <thread>
@@ -111,14 +110,10 @@ TEST_F(InterruptionTest, WhileJavaStartsItLeavesNothingEither) {
 
 /// As under nohup, and in the background of a script.
 TEST_F(InterruptionTest, SignalThatTheCallerIgnoresStaysIgnored) {
-  struct sigaction before {};
-  struct sigaction ignore {};
-  ignore.sa_handler = SIG_IGN;
-  sigaction(SIGINT, &ignore, &before);
+  settings.ignoresInterruption = true;
   StartedProgram program({CHARTBRIDGE_COMMAND, "render", "sales.gpl", "-d", "sales.csv", "-o",
-                          "sales.png", "--size", "200"},
+                          "sales.png", "--size", "600"},
                          settings);
-  sigaction(SIGINT, &before, nullptr);
   ASSERT_TRUE(Becomes([&] { return HasUnfinished(folder); }));
   program.Send(SIGINT);
   EXPECT_EQ(program.Result().exitCode, 0);

@@ -25,6 +25,8 @@ constexpr unsigned kSecondsAtMost = 100;
       setenv(name.c_str(), value.c_str(), 1);
     }
   }
+  for (const int number : {SIGHUP, SIGINT, SIGTERM}) signal(number, SIG_DFL);
+  if (settings.ignoresInterruption) signal(SIGINT, SIG_IGN);
   std::vector<char*> argv;
   for (const std::string& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
   argv.push_back(nullptr);

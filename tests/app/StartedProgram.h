@@ -27,7 +27,7 @@ class StartedProgram {
 
   void Send(int signal) const;
 
-  /// Waits for its end, at most a minute after its start. Once.
+  /// Waits for its end, at most some 100 seconds after its start. Once.
   RunResult Result();
 
  private:
