@@ -308,7 +308,7 @@ void FrameReleases(const std::string&) {
   ShowPending(env);
 }
 
-// The frame attaches its thread, and a pending exception survives it.
+// The frame attaches its thread, and a pending exception does not survive it.
 void FrameOnNewThread(const std::string&) {
   Start(Quiet());
   std::thread([] {

@@ -209,8 +209,12 @@ TEST(LocalFrame, GivesReferencesBack) {
 }
 
 TEST(LocalFrame, AttachesItsThread) {
-  Expect(Probe({"FrameOnNewThread"}),
-         "started=1\nactive=1\npending=java.lang.NoClassDefFoundError: no/such/Type\n");
+  const ChildResult result = Probe({"FrameOnNewThread"});
+  EXPECT_EQ(result.Words(), "exit 0");
+  EXPECT_EQ(result.output, "started=1\nactive=1\npending=none\n");
+  EXPECT_EQ(result.errors,
+            "LocalFrame: a Java exception was still pending and is cleared: "
+            "java.lang.NoClassDefFoundError: no/such/Type\n");
 }
 
 }  // namespace
