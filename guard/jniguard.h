@@ -32,7 +32,8 @@ extern "C" {
 enum jniguard_kind {
   /** A reference was given back through the function for another kind of reference. */
   JNIGUARD_REFERENCE_KIND = 0,
-  /** Array elements were released against another array, or against null. */
+  /** Array elements were released against another array, against null, or as the text of a string,
+     or such a text as something else. */
   JNIGUARD_ELEMENTS_ARRAY = 1,
   /** Array elements were released that are not out: a second time, or never obtained. */
   JNIGUARD_ELEMENTS_UNKNOWN = 2,
