@@ -19,7 +19,7 @@
 
 namespace {
 
-constexpr int kTimes = 200;
+constexpr int kTimes = 50;
 constexpr std::size_t kSmall = 24;
 
 JNIEnv* Env() { return TeskJVM::GetInstance()->GetEnv(); }
