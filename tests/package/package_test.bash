@@ -101,9 +101,11 @@ for file in "$root/usr/bin/chartbridge" "$libraries"/lib{chartbridge,teskhost,jn
   grep -q '__stack_chk_fail' "$work/elf" || fail "$file: no stack protector"
   grep -q 'Type:.*DYN' < <(readelf --file-header "$file") || fail "$file: at a fixed address"
 done
-# The functions that are checked in place of those that are not; only the command calls such.
-grep -q '_chk@' < <(readelf --wide --symbols "$root/usr/bin/chartbridge" "$libraries/libteskhost.so.$major") ||
-  fail "no fortified functions"
+# Functions of the C library that know how large their buffers are.
+for library in teskhost jniguard; do
+  readelf --wide --symbols "$libraries/lib$library.so.$major" >"$work/elf"
+  grep -q '__snprintf_chk@' "$work/elf" || fail "lib$library: no fortified functions"
+done
 
 echo "-- completion"
 for completion in bash-completion/completions/chartbridge zsh/vendor-completions/_chartbridge \
