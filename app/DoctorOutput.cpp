@@ -5,23 +5,24 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstddef>
 #include <cstring>
 
 #include "app/Failure.h"
+#include "app/OutputFile.h"
+#include "app/StandardStreams.h"
 
 namespace chartbridge {
 
 namespace {
 
-[[noreturn]] void FailWith(int error) {
-  throw Failure(std::string("standard output: ") + std::strerror(error));
-}
+constexpr const char* kName = "standard output";
 
 }  // namespace
 
-DoctorOutput::DoctorOutput() : _descriptor(fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 3)) {
-  if (_descriptor < 0) FailWith(errno);
+DoctorOutput::DoctorOutput() {
+  CheckStandardOutputIsOpen();
+  _descriptor = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+  if (_descriptor < 0) throw Failure(std::string(kName) + ": " + std::strerror(errno));
   dup2(STDERR_FILENO, STDOUT_FILENO);
 }
 
@@ -30,16 +31,6 @@ DoctorOutput::~DoctorOutput() {
   close(_descriptor);
 }
 
-void DoctorOutput::Write(const std::string& text) const {
-  std::size_t done = 0;
-  while (done < text.size()) {
-    const ssize_t count = write(_descriptor, text.data() + done, text.size() - done);
-    if (count >= 0) {
-      done += static_cast<std::size_t>(count);
-    } else if (errno != EINTR) {
-      FailWith(errno);
-    }
-  }
-}
+void DoctorOutput::Write(const std::string& text) const { WriteAll(_descriptor, text, kName); }
 
 }  // namespace chartbridge

@@ -2,6 +2,7 @@
 #include "app/InputFile.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -10,6 +11,8 @@
 #include <cstring>
 
 #include "app/Failure.h"
+#include "app/StandardStreams.h"
+#include "app/WorkingFolder.h"
 
 namespace chartbridge {
 
@@ -43,6 +46,11 @@ bool IsStandardStream(const std::string& path) { return path == "-"; }
 
 InputFile::InputFile(const std::string& path)
     : _name(IsStandardStream(path) ? "standard input" : path) {
+  if (IsStandardStream(path)) {
+    CheckStandardInputIsOpen();
+  } else {
+    WorkingFolder::Check(path);
+  }
   const Descriptor file(path);
   if (file.Number() < 0) FailWith(_name, errno);
   Load(file.Number());
@@ -67,6 +75,10 @@ void InputFile::Load(int descriptor) {
     if (count == 0) return;
     if (count > 0) {
       _read.append(chunk, static_cast<std::size_t>(count));
+    } else if (errno == EAGAIN) {
+      // Another program has set a pipe that it shares with this one so that it never blocks.
+      pollfd ready{descriptor, POLLIN, 0};
+      poll(&ready, 1, -1);
     } else if (errno != EINTR) {
       FailWith(_name, errno);
     }

@@ -2,6 +2,7 @@
 #include "app/JsonCommand.h"
 
 #include <filesystem>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -21,8 +22,12 @@ constexpr const char* kExamples =
     "  chartbridge json quakes.gpl -d quakes.csv -o map.vl.json --interactive --geo coast.geojson\n"
     "  chartbridge json sales.gpl --template -o sales.template.vl.json";
 
+/// The one path among all that lead to a file.
 std::filesystem::path Normal(const std::string& path) {
-  return std::filesystem::absolute(path).lexically_normal();
+  std::error_code error;
+  const std::filesystem::path full = std::filesystem::absolute(path);
+  const std::filesystem::path normal = std::filesystem::weakly_canonical(full, error);
+  return error ? full.lexically_normal() : normal;
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include "app/OutputFile.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -15,10 +16,15 @@
 #include "app/Failure.h"
 #include "app/InputFile.h"
 #include "app/SignalCleanup.h"
+#include "app/StandardStreams.h"
+#include "app/WorkingFolder.h"
 
 namespace chartbridge {
 
 namespace {
+
+// As many as Linux follows.
+constexpr int kMostLinks = 40;
 
 std::string FolderOf(const std::string& path) {
   const std::string folder = std::filesystem::path(path).parent_path().string();
@@ -77,24 +83,53 @@ class PassingFile {
   bool _isThere;
 };
 
+/// Where the symbolic link at the end of a path leads, and the one that it leads to; the path
+/// itself where its end is none. The links in front of the end are for the system to follow.
+std::string Followed(const std::string& path) {
+  std::filesystem::path file(path);
+  for (int links = 0; links < kMostLinks; ++links) {
+    std::error_code noLink;
+    const std::filesystem::path next = std::filesystem::read_symlink(file, noLink);
+    if (noLink) return file.string();
+    // From the link's own folder, unless it is a full path.
+    file = file.parent_path() / next;
+  }
+  FailWith(path, ELOOP);
+}
+
 }  // namespace
+
+void WriteAll(int descriptor, const std::string& content, const std::string& name) {
+  std::size_t done = 0;
+  while (done < content.size()) {
+    const ssize_t count = write(descriptor, content.data() + done, content.size() - done);
+    if (count >= 0) {
+      done += static_cast<std::size_t>(count);
+    } else if (errno == EAGAIN) {
+      // Another program has set a pipe that it shares with this one so that it never blocks.
+      pollfd ready{descriptor, POLLOUT, 0};
+      poll(&ready, 1, -1);
+    } else if (errno != EINTR) {
+      FailWith(name, errno);
+    }
+  }
+}
 
 OutputFile::OutputFile(const std::string& path, bool binary)
     : _path(path), _name(IsStandardStream(path) ? "standard output" : path) {
   if (IsStandardStream(path)) {
+    CheckStandardOutputIsOpen();
     if (binary && isatty(STDOUT_FILENO) != 0) {
       throw Failure(_name + ": is a terminal; send the picture to a file or a pipe");
     }
     return;
   }
+  WorkingFolder::Check(path);
   struct stat status {};
   const bool exists = stat(path.c_str(), &status) == 0;
   if (exists && S_ISDIR(status.st_mode)) FailWith(_name, EISDIR);
   if (exists && !S_ISREG(status.st_mode)) return;
-
-  std::error_code error;
-  const std::filesystem::path real = std::filesystem::canonical(path, error);
-  _target = exists && !error ? real.string() : path;
+  _target = Followed(path);
   CheckFolder();
 }
 
@@ -121,13 +156,13 @@ void OutputFile::Write(const std::string& content) const {
     return;
   }
   if (IsStandardStream(_path)) {
-    WriteTo(STDOUT_FILENO, content);
+    WriteAll(STDOUT_FILENO, content, _name);
     return;
   }
   const int descriptor = open(_path.c_str(), O_WRONLY | O_CLOEXEC);
   if (descriptor < 0) FailWith(_name, errno);
   try {
-    WriteTo(descriptor, content);
+    WriteAll(descriptor, content, _name);
   } catch (const Failure&) {
     close(descriptor);
     throw;
@@ -135,22 +170,10 @@ void OutputFile::Write(const std::string& content) const {
   if (close(descriptor) != 0) FailWith(_name, errno);
 }
 
-void OutputFile::WriteTo(int descriptor, const std::string& content) const {
-  std::size_t done = 0;
-  while (done < content.size()) {
-    const ssize_t count = write(descriptor, content.data() + done, content.size() - done);
-    if (count >= 0) {
-      done += static_cast<std::size_t>(count);
-    } else if (errno != EINTR) {
-      FailWith(_name, errno);
-    }
-  }
-}
-
 void OutputFile::Replace(const std::string& content) const {
   PassingFile passing(_target);
   if (passing.Descriptor() < 0) FailWith(_name, errno);
-  WriteTo(passing.Descriptor(), content);
+  WriteAll(passing.Descriptor(), content, _name);
   if (fchmod(passing.Descriptor(), NewFileMode()) != 0 || !passing.PutInPlace()) {
     FailWith(_name, errno);
   }

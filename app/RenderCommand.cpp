@@ -158,10 +158,12 @@ std::string RenderCommand::ChartText(JNIEnv* env, const DumpFolder& dumps) const
 }
 
 bool RenderCommand::RenderToFile(const std::string& chart, const OutputFile& output) const {
+  // Java follows links too; the page and the marks lie beside the link and are called as it is.
+  const std::string& path = _map ? _output : output.Target();
   // The flag asks for an image map without tooltips.
   return ViZEditor::GetInstance()->RenderToFileHeadless(
-      chart, _dataFile ? _dataFile->Data() : kNoData, _dataFile ? _dataFile->Size() : 0,
-      output.Target(), Format(), _size, _texts, _styleText, _locale, _style, false);
+      chart, _dataFile ? _dataFile->Data() : kNoData, _dataFile ? _dataFile->Size() : 0, path,
+      Format(), _size, _texts, _styleText, _locale, _style, false);
 }
 
 bool RenderCommand::RenderToMemory(const std::string& chart, std::string& picture) const {

@@ -12,6 +12,7 @@
 #include "app/StandardInput.h"
 #include "app/TreeDocuments.h"
 #include "app/TreeImagerSession.h"
+#include "app/WorkingFolder.h"
 #include "host/LocalFrame.h"
 
 namespace chartbridge {
@@ -55,6 +56,7 @@ void TreeBatchCommand::CheckUsage() const {
   if (!_options.java.guard) throw UsageError("--no-guard: tree batch does not work without it");
   if (IsStandardStream(_folder)) throw UsageError("-o must name a folder");
   Format();
+  WorkingFolder::Check(_folder);
 }
 
 TreeEditor::IMAGE_TYPE TreeBatchCommand::Format() const {

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <CLI/CLI.hpp>
+#include <cstdio>
 #include <exception>
 #include <iostream>
 #include <memory>
 #include <new>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -15,10 +17,13 @@
 #include "app/HistogramCommand.h"
 #include "app/JsonCommand.h"
 #include "app/NativeText.h"
+#include "app/OutputFile.h"
 #include "app/RenderCommand.h"
 #include "app/SignalCleanup.h"
+#include "app/StandardStreams.h"
 #include "app/TreeCommand.h"
 #include "app/ViewCommand.h"
+#include "app/WorkingFolder.h"
 
 namespace {
 
@@ -39,15 +44,23 @@ constexpr int kFailed = 1;
 constexpr int kUsage = 2;
 
 int ReportUsage(const CLI::App& app, const std::string& reason) {
-  std::cerr << "chartbridge: " << reason << "\n";
   const CLI::App* command = &app;
   std::string name = "chartbridge";
   while (!command->get_subcommands().empty()) {
     command = command->get_subcommands().front();
     name += " " + command->get_name();
   }
-  std::cerr << "Try: " << name << " --help\n";
+  std::cerr << "chartbridge: " << reason << " (see " << name << " --help)\n";
   return kUsage;
+}
+
+/// Prints the help or the version that the command line asks for.
+int Answer(const CLI::App& app, const CLI::Success& answered) {
+  std::ostringstream answer;
+  std::ostringstream ignored;
+  const int code = app.exit(answered, answer, ignored);
+  chartbridge::OutputFile("-", false).Write(answer.str());
+  return code;
 }
 
 int ReportFailure(const Failure& failure, bool verbose) {
@@ -105,7 +118,7 @@ int RunCommandLine(int argc, char** argv) {
     app.parse(argc, argv);
     return RunChosen(commands);
   } catch (const CLI::Success& answered) {
-    return app.exit(answered);
+    return Answer(app, answered);
   } catch (const CLI::ParseError& error) {
     return ReportUsage(app, chartbridge::OnOneLine(error.what()));
   } catch (const UsageError& error) {
@@ -116,9 +129,14 @@ int RunCommandLine(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  if (!chartbridge::OccupyClosedStandardStreams()) {
+    std::perror("chartbridge: /dev/null");
+    return kFailed;
+  }
   chartbridge::AdoptUserEncoding();
   try {
     chartbridge::SignalCleanup::Begin();
+    const chartbridge::WorkingFolder folder;
     return RunCommandLine(argc, argv);
   } catch (const std::bad_alloc&) {
     std::cerr << "chartbridge: out of memory\n";

@@ -473,7 +473,7 @@ TEST(DoctorUsageTest, OptionsThatMakeNoSense) {
                               const std::string& reason) {
     const RunResult result = RunCommand(arguments);
     EXPECT_EQ(result.exitCode, 2);
-    EXPECT_EQ(result.errors, "chartbridge: " + reason + "\nTry: chartbridge doctor --help\n");
+    EXPECT_EQ(result.errors, "chartbridge: " + reason + " (see chartbridge doctor --help)\n");
   };
   expectUsage({"doctor", "--json", "--quiet"}, "--json and --quiet exclude each other");
   expectUsage({"doctor", "--data", "a.csv"}, "--data goes with --chart");

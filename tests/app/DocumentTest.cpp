@@ -380,7 +380,7 @@ TEST(DocumentUsageTest, OptionsThatMakeNoSense) {
     const RunResult result = RunCommand(arguments);
     EXPECT_EQ(result.exitCode, 2);
     EXPECT_EQ(result.errors,
-              "chartbridge: " + reason + "\nTry: chartbridge document export --help\n");
+              "chartbridge: " + reason + " (see chartbridge document export --help)\n");
   };
   const std::string formats = "html, htm, pdf, odt, csv, txt, text";
   expectUsage({"document", "export", "a.xml", "-o", "a.docx"},

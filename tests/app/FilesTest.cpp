@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -6,6 +7,7 @@
 #include <cstdlib>
 #include <functional>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "app/DumpFolder.h"
@@ -92,6 +94,71 @@ TEST(OutputFileTest, SymbolicLinkStaysALink) {
   struct stat status {};
   ASSERT_EQ(lstat(folder.File("link").c_str(), &status), 0);
   EXPECT_TRUE(S_ISLNK(status.st_mode));
+}
+
+TEST(OutputFileTest, WhatASymbolicLinkPointsAtIsMadeWhereItIsNotThereYet) {
+  const WorkFolder folder;
+  ASSERT_EQ(mkdir(folder.File("far").c_str(), 0700), 0);
+  ASSERT_EQ(symlink("../real", folder.File("far/away").c_str()), 0);
+  ASSERT_EQ(symlink("far/away", folder.File("link").c_str()), 0);
+  ASSERT_EQ(symlink(folder.File("link").c_str(), folder.File("first").c_str()), 0);
+  const OutputFile output(folder.File("first"), true);
+  EXPECT_TRUE(output.IsReplaceable());
+  output.Write("new");
+  EXPECT_EQ(folder.Read("real"), "new");
+  EXPECT_EQ(folder.Names(), (std::vector<std::string>{"far", "first", "link", "real"}));
+  for (const char* name : {"first", "link", "far/away"}) {
+    struct stat status {};
+    ASSERT_EQ(lstat(folder.File(name).c_str(), &status), 0);
+    EXPECT_TRUE(S_ISLNK(status.st_mode)) << name;
+  }
+}
+
+TEST(OutputFileTest, TheWayOfALinkIsThatOfTheSystem) {
+  const WorkFolder folder;
+  ASSERT_EQ(mkdir(folder.File("a").c_str(), 0700), 0);
+  ASSERT_EQ(mkdir(folder.File("a/b").c_str(), 0700), 0);
+  ASSERT_EQ(symlink("a/b", folder.File("short").c_str()), 0);
+  // Above the folder that "short" points at, and not above "short".
+  ASSERT_EQ(symlink("short/../real", folder.File("link").c_str()), 0);
+  OutputFile(folder.File("link"), true).Write("new");
+  EXPECT_EQ(folder.Read("a/real"), "new");
+}
+
+TEST(OutputFileTest, SymbolicLinkThatLeadsNowhere) {
+  const WorkFolder folder;
+  ASSERT_EQ(symlink("self", folder.File("self").c_str()), 0);
+  ASSERT_EQ(symlink("none/real", folder.File("link").c_str()), 0);
+  ASSERT_EQ(symlink(folder.Path().c_str(), folder.File("folder").c_str()), 0);
+  EXPECT_EQ(ReasonOf([&] { OutputFile(folder.File("self"), true); }),
+            folder.File("self") + ": Too many levels of symbolic links");
+  EXPECT_EQ(ReasonOf([&] { OutputFile(folder.File("link"), true); }),
+            folder.File("link") + ": cannot write there: the folder " + folder.File("none") +
+                " does not exist");
+  EXPECT_EQ(ReasonOf([&] { OutputFile(folder.File("folder"), true); }),
+            folder.File("folder") + ": Is a directory");
+}
+
+TEST(WriteAllTest, WaitsForAPipeThatNeverBlocks) {
+  int ends[2];
+  ASSERT_EQ(pipe2(ends, O_NONBLOCK), 0);
+  const std::string content(1 << 20, 'x');
+  std::string read;
+  std::thread reader([&] {
+    const int flags = fcntl(ends[0], F_GETFL);
+    fcntl(ends[0], F_SETFL, flags & ~O_NONBLOCK);
+    char chunk[4096];
+    while (read.size() < content.size()) {
+      const ssize_t count = ::read(ends[0], chunk, sizeof chunk);
+      if (count <= 0) break;
+      read.append(chunk, static_cast<std::size_t>(count));
+    }
+  });
+  EXPECT_EQ(ReasonOf([&] { WriteAll(ends[1], content, "pipe"); }), "no failure");
+  close(ends[1]);
+  reader.join();
+  close(ends[0]);
+  EXPECT_EQ(read, content);
 }
 
 TEST(OutputFileTest, DeviceTakesTheBytesAndStays) {

@@ -133,8 +133,8 @@ TEST_F(TreeBatchTest, NeedsTheGuard) {
   const RunResult result = folder.Tree({"batch", "iris.pmml", "-o", "out", "--no-guard"});
   EXPECT_EQ(result.exitCode, 2);
   EXPECT_EQ(result.errors,
-            "chartbridge: --no-guard: tree batch does not work without it\n"
-            "Try: chartbridge tree batch --help\n");
+            "chartbridge: --no-guard: tree batch does not work without it "
+            "(see chartbridge tree batch --help)\n");
   EXPECT_THAT(folder.NewNames(), ElementsAre());
 }
 

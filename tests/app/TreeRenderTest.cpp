@@ -49,7 +49,7 @@ class TreeRenderTest : public testing::Test {
     const RunResult result = folder.Tree(arguments);
     EXPECT_EQ(result.exitCode, 2);
     EXPECT_EQ(result.output, "");
-    EXPECT_EQ(result.errors, "chartbridge: " + reason + "\nTry: chartbridge tree render --help\n");
+    EXPECT_EQ(result.errors, "chartbridge: " + reason + " (see chartbridge tree render --help)\n");
     EXPECT_THAT(folder.NewNames(), ElementsAre());
   }
 

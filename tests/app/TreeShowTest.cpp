@@ -174,7 +174,7 @@ TEST_F(TreeShowWithoutScreenTest, GeometryMustBeOne) {
   for (const char* geometry : {"1000", "0x700", "1000x700+1", "-5x9", "1000x700+1+1+1"}) {
     ExpectEnd({"iris.pmml", std::string("--geometry=") + geometry}, kUnset, 2,
               "--geometry: expected WIDTHxHEIGHT or WIDTHxHEIGHT+X+Y in pixels, such as "
-              "1000x700+60+60\nTry: chartbridge tree show --help");
+              "1000x700+60+60 (see chartbridge tree show --help)");
   }
 }
 

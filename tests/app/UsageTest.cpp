@@ -19,7 +19,7 @@ void ExpectUsageError(const std::vector<std::string>& arguments, const std::stri
   const RunResult result = RunCommand(arguments);
   EXPECT_EQ(result.exitCode, 2);
   EXPECT_EQ(result.output, "");
-  EXPECT_EQ(result.errors, "chartbridge: " + reason + "\nTry: " + command + " --help\n");
+  EXPECT_EQ(result.errors, "chartbridge: " + reason + " (see " + command + " --help)\n");
 }
 
 TEST(UsageTest, SaysItsVersion) {
@@ -72,8 +72,8 @@ TEST(UsageTest, GraphLanguageNeedsData) {
   const RunResult result = folder.Run({"render", "sales.gpl", "-o", "a.png"});
   EXPECT_EQ(result.exitCode, 2);
   EXPECT_EQ(result.errors,
-            "chartbridge: --data is required: graph language holds no data\n"
-            "Try: chartbridge render --help\n");
+            "chartbridge: --data is required: graph language holds no data "
+            "(see chartbridge render --help)\n");
 }
 
 TEST(UsageTest, WhatIsUnknownIsNamed) {

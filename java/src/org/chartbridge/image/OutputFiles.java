@@ -32,6 +32,9 @@ public final class OutputFiles implements AutoCloseable {
     void writeTo(OutputStream out) throws IOException;
   }
 
+  /** As many as Linux follows. */
+  private static final int MAX_LINKS = 40;
+
   private final List<StagedFile> staged = new ArrayList<>();
   private final Deque<Path> madeFolders = new ArrayDeque<>();
 
@@ -102,7 +105,7 @@ public final class OutputFiles implements AutoCloseable {
   public void makeFolder(Path folder) {
     synchronized (UnfinishedFiles.LOCK) {
       UnfinishedFiles.add(this);
-      makeFolder(folder.toAbsolutePath(), folder);
+      makeFolder(resolved(folder).toAbsolutePath(), folder);
     }
   }
 
@@ -190,13 +193,22 @@ public final class OutputFiles implements AutoCloseable {
     madeFolders.clear();
   }
 
-  /** A symbolic link stays; what it points at is replaced. */
+  /** A symbolic link stays; what it points at is replaced, or made where it is not there yet. */
   private static Path resolved(Path target) {
+    Path file = target;
     try {
-      return Files.isSymbolicLink(target) && Files.exists(target) ? target.toRealPath() : target;
+      for (int links = 0; Files.isSymbolicLink(file); links++) {
+        if (links == MAX_LINKS) {
+          throw cannotWrite(target, "its symbolic links lead in a circle");
+        }
+        // From the link's own folder, unless it is a full path. Nothing is shortened: in front of
+        // ".." there may be another link.
+        file = file.resolveSibling(Files.readSymbolicLink(file));
+      }
     } catch (IOException e) {
-      return target;
+      throw cannotWrite(target, e);
     }
+    return file;
   }
 
   private static void check(Path file, Path target) {

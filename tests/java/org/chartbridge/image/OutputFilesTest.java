@@ -255,6 +255,71 @@ class OutputFilesTest {
   }
 
   @Test
+  void whatASymbolicLinkPointsAtIsMadeWhereItIsNotThereYet() throws IOException {
+    Files.createDirectory(folder.resolve("far"));
+    Path link = Files.createSymbolicLink(folder.resolve("link"), Path.of("far/away"));
+    Files.createSymbolicLink(folder.resolve("far/away"), Path.of("../real"));
+    Path first = Files.createSymbolicLink(folder.resolve("first"), link);
+    OutputFiles.write(first, text("new"));
+    assertEquals("new", Files.readString(folder.resolve("real")));
+    assertEquals(List.of("far", "first", "link", "real"), files());
+    for (String name : List.of("first", "link", "far/away")) {
+      assertTrue(Files.isSymbolicLink(folder.resolve(name)), name);
+    }
+  }
+
+  @Test
+  void theWayOfALinkIsThatOfTheSystem() throws IOException {
+    Files.createDirectories(folder.resolve("a/b"));
+    Files.createSymbolicLink(folder.resolve("short"), Path.of("a/b"));
+    // Above the folder that "short" points at, and not above "short".
+    Path link = Files.createSymbolicLink(folder.resolve("link"), Path.of("short/../real"));
+    OutputFiles.write(link, text("new"));
+    assertEquals("new", Files.readString(folder.resolve("a/real")));
+  }
+
+  @Test
+  void aSymbolicLinkThatLeadsNowhere() throws IOException {
+    Path self = Files.createSymbolicLink(folder.resolve("self"), Path.of("self"));
+    assertEquals(
+        "Cannot write \"" + self + "\": its symbolic links lead in a circle.", error(self));
+    Path link = Files.createSymbolicLink(folder.resolve("link"), Path.of("none/real"));
+    assertEquals("Cannot write \"" + link + "\": the folder \"" + folder.resolve("none")
+        + "\" does not exist.", error(link));
+    Files.createDirectory(folder.resolve("folder"));
+    Path other = Files.createSymbolicLink(folder.resolve("other"), Path.of("folder"));
+    assertEquals("Cannot write \"" + other + "\": it is a folder.", error(other));
+    assertEquals(List.of("folder", "link", "other", "self"), files());
+  }
+
+  @Test
+  void aFolderIsMadeWhereItsLinkLeads() throws IOException {
+    Path link = Files.createSymbolicLink(folder.resolve("link"), Path.of("real"));
+    try (OutputFiles files = new OutputFiles()) {
+      files.makeFolder(link);
+      files.stage(link.resolve("a"), text("new"));
+      files.commit();
+    }
+    assertEquals("new", Files.readString(folder.resolve("real/a")));
+    assertTrue(Files.isSymbolicLink(link));
+  }
+
+  @Test
+  void aSetOfFilesGoesThroughItsLinks() throws IOException {
+    Files.createSymbolicLink(folder.resolve("a"), Path.of("real a"));
+    Files.writeString(folder.resolve("real b"), "old");
+    Files.createSymbolicLink(folder.resolve("b"), Path.of("real b"));
+    try (OutputFiles files = new OutputFiles()) {
+      files.stage(folder.resolve("a"), text("new a"));
+      files.stage(folder.resolve("b"), text("new b"));
+      files.commit();
+    }
+    assertEquals("new a", Files.readString(folder.resolve("real a")));
+    assertEquals("new b", Files.readString(folder.resolve("real b")));
+    assertEquals(List.of("a", "b", "real a", "real b"), files());
+  }
+
+  @Test
   void theLongestNameThereCanBe() throws IOException {
     Path file = folder.resolve("n".repeat(251) + ".png");
     OutputFiles.write(file, text("x"));
