@@ -5,9 +5,11 @@
 #include <jni.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <set>
 #include <system_error>
@@ -23,6 +25,8 @@ constexpr int kSignals[] = {SIGHUP, SIGINT, SIGTERM};
 // A shell's exit code for a program that a signal ended.
 constexpr int kSignalCode = 128;
 constexpr int kMostAttempts = 100;
+// How long the cleaning up may take before another signal cuts it short.
+constexpr std::time_t kPatience = 5;
 
 std::mutex mutex;
 bool javaRuns = false;
@@ -30,19 +34,13 @@ bool javaRuns = false;
 int readEnd = -1;
 int writeEnd = -1;
 int endingSignal = 0;
+// In seconds; 0 until there was one.
+std::atomic<std::time_t> firstSignalAt = 0;
 
 std::set<std::string>& Paths() {
   // Leaked on purpose: the watching thread may need it while the process ends.
   static auto* const paths = new std::set<std::string>;
   return *paths;
-}
-
-void OnSignal(int signal) {
-  const int error = errno;
-  const auto number = static_cast<unsigned char>(signal);
-  const ssize_t ignored = write(writeEnd, &number, 1);
-  static_cast<void>(ignored);
-  errno = error;
 }
 
 void SetAction(int signal, void (*action)(int)) {
@@ -55,8 +53,30 @@ void SetAction(int signal, void (*action)(int)) {
   sigaction(signal, &after, nullptr);
 }
 
-void SetActions(void (*action)(int)) {
-  for (const int signal : kSignals) SetAction(signal, action);
+/// A time that goes on, whoever sets the clock.
+std::time_t Now() {
+  timespec now{};
+  clock_gettime(CLOCK_MONOTONIC, &now);
+  return now.tv_sec + 1;
+}
+
+/// The first signal begins the cleaning up. Others often follow at once (timeout sends its signal
+/// to the program and to its group; a terminal and a parent both pass Ctrl-C on), and ending there
+/// and then would leave a half of what Java is just putting in place.
+void OnSignal(int signal) {
+  const int error = errno;
+  const std::time_t now = Now();
+  std::time_t none = 0;
+  if (firstSignalAt.compare_exchange_strong(none, now)) {
+    const auto number = static_cast<unsigned char>(signal);
+    const ssize_t ignored = write(writeEnd, &number, 1);
+    static_cast<void>(ignored);
+  } else if (now - firstSignalAt > kPatience) {
+    SetAction(signal, SIG_DFL);
+    // It comes when this function returns.
+    std::raise(signal);
+  }
+  errno = error;
 }
 
 int NextSignal() {
@@ -80,6 +100,7 @@ void RemovePaths() {
 }
 
 [[noreturn]] void EndBySignal() {
+  SetAction(endingSignal, SIG_DFL);
   std::raise(endingSignal);
   // Only where somebody has blocked it.
   _exit(kSignalCode + endingSignal);
@@ -102,7 +123,6 @@ void EndJava() {
 void Watch() {
   const int signal = NextSignal();
   if (signal == 0) return;
-  SetActions(SIG_DFL);
   // Kept to the end: nobody makes another file, or ends Java, any more.
   const std::lock_guard<std::mutex> lock(mutex);
   endingSignal = signal;
@@ -120,7 +140,7 @@ void SignalCleanup::Begin() {
   readEnd = ends[0];
   writeEnd = ends[1];
   std::thread(Watch).detach();
-  SetActions(OnSignal);
+  for (const int signal : kSignals) SetAction(signal, OnSignal);
 }
 
 std::unique_lock<std::mutex> SignalCleanup::Lock() { return std::unique_lock<std::mutex>(mutex); }

@@ -9,7 +9,8 @@ namespace chartbridge {
 
 /// Lets Ctrl-C, a termination request and the end of the terminal end the command without a trace:
 /// files that are not complete go away, Java's too, and then the process ends by that same signal,
-/// so that a shell sees 128 plus its number and a script stops. A second signal ends it at once.
+/// so that a shell sees 128 plus its number and a script stops. Signals that follow within five
+/// seconds change nothing; a later one ends the command at once, should the cleaning up hang.
 class SignalCleanup {
  public:
   /// Begins to watch for the signals; those that the caller ignores, as nohup does, stay ignored.
