@@ -2,7 +2,6 @@
 #include "app/ChartJsonExport.h"
 
 #include <cstdlib>
-#include <nlohmann/json.hpp>
 #include <utility>
 
 #include "app/ChartXml.h"
@@ -12,7 +11,7 @@
 #include "app/InputFile.h"
 #include "app/JavaFailure.h"
 #include "app/JsonEditorSession.h"
-#include "app/NativeText.h"
+#include "app/JsonText.h"
 #include "app/ScratchFolder.h"
 #include "host/LocalFrame.h"
 
@@ -27,21 +26,10 @@ constexpr const char* kDataOption = "data";
 constexpr const char* kDocumentInMessages = "GeoJSON document ";
 constexpr const char* kNoData = "The chart has no data of its own";
 
-/// What the JSON library says about a text, without its own name for the error.
-std::string ReasonOf(const Json::parse_error& error) {
-  const std::string text = error.what();
-  const std::size_t end = text.find("] ");
-  return OnOneLine(end == std::string::npos ? text : text.substr(end + 2));
-}
-
 Json ReadOptions(const std::string& file) {
   if (file.empty()) return Json::object();
   const InputFile input(file);
-  try {
-    return Json::parse(input.Text());
-  } catch (const Json::parse_error& error) {
-    throw Failure(input.Name() + ": " + ReasonOf(error));
-  }
+  return ParseJson(input.Text(), input.Name());
 }
 
 /// The options of an interactive export, with what the command line says in them.

@@ -13,6 +13,7 @@
 #include <sstream>
 
 #include "app/Failure.h"
+#include "app/Nesting.h"
 
 namespace chartbridge {
 
@@ -165,6 +166,7 @@ std::string WithData(const std::string& xml, const std::string& xmlName, const s
   const unsigned int everything = pugi::parse_full | pugi::parse_ws_pcdata;
   const auto parsed = document.load_buffer(xml.data(), xml.size(), everything);
   if (!parsed) return xml;
+  CheckNestingOfXml(document, xml, xmlName);
   const std::string name = NameLike(document.document_element(), "data");
   // A line end in front, as the first record of a hand-written element has it too.
   const std::string element = "<" + name + ">\n" + data + "</" + name + ">";

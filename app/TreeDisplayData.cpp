@@ -4,6 +4,8 @@
 #include <pugixml.hpp>
 #include <sstream>
 
+#include "app/Nesting.h"
+
 namespace chartbridge {
 
 namespace {
@@ -31,11 +33,13 @@ bool HasDoctype(const pugi::xml_document& document) {
 
 }  // namespace
 
-std::string DisplayDataWith(const TreeOptions& options, const std::string& document) {
+std::string DisplayDataWith(const TreeOptions& options, const std::string& document,
+                            const std::string& name) {
   if (!options.depth && !options.leftToRight) return document;
   const std::string source = document.empty() ? kNoDisplayData : document;
   pugi::xml_document xml;
   const pugi::xml_parse_result parsed = xml.load_buffer(source.data(), source.size(), kParse);
+  CheckNestingOfXml(xml, source, name);
   pugi::xml_node root = xml.document_element();
   if (!parsed || HasDoctype(xml) || std::string(root.name()) != kElement) return document;
   if (options.depth) Set(root, "depth", std::to_string(*options.depth));

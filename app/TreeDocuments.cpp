@@ -29,7 +29,7 @@ bool IsAboutOutput(const JavaFailure& failure) {
 TreeDocuments::TreeDocuments(const TreeOptions& options) {
   Read(options.model, _modelName, _model);
   Read(options.display, _displayName, _display);
-  _display = DisplayDataWith(options, _display);
+  _display = DisplayDataWith(options, _display, _displayName);
 }
 
 void TreeDocuments::ReadSamples(const std::string& path) { Read(path, _samplesName, _samples); }

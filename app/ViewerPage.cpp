@@ -2,17 +2,17 @@
 #include "app/ViewerPage.h"
 
 #include <map>
-#include <nlohmann/json.hpp>
 
 #include "app/Failure.h"
 #include "app/InputFile.h"
 #include "app/Installation.h"
+#include "app/JsonText.h"
 
 namespace chartbridge {
 
 namespace {
 
-using Json = nlohmann::json;
+using Json = nlohmann::ordered_json;
 
 constexpr const char* kNoTitle = "Chart";
 constexpr const char* kWhite = "#ffffff";
@@ -120,7 +120,7 @@ ViewerPage::ViewerPage() {
 }
 
 std::string ViewerPage::With(const std::string& chart, const std::string& title) const {
-  const Json parsed = Json::parse(chart);
+  const Json parsed = ParseJson(chart, "the chart JSON");
   std::string heading = title.empty() ? TextOf(parsed.value("title", Json())) : title;
   if (heading.empty()) heading = kNoTitle;
   std::string description = TextOf(parsed.value("description", Json()));

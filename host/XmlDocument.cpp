@@ -24,13 +24,17 @@ bool IsBlank(const char* text) {
   return std::string_view(text).find_first_not_of(" \t\r\n") == std::string_view::npos;
 }
 
-// Visits all nodes without recursion, however deep they nest.
+// Beyond it, a parser of the document on the Java side may end the thread's stack, as giving nodes
+// back does here.
+constexpr int kMostLevels = 512;
+
+// Visits all nodes without recursion, however deep they nest; the level of the root is 1.
 template <typename Visit>
 class Walker : public pugi::xml_tree_walker {
  public:
   explicit Walker(Visit visit) : _visit(std::move(visit)) {}
   bool for_each(pugi::xml_node& node) override {
-    _visit(node);
+    _visit(node, depth() + 1);
     return true;
   }
 
@@ -63,6 +67,7 @@ XmlDocument::XmlDocument(const std::string& xml, std::string what)
   CheckStart();
   CheckCharacters();
   Parse();
+  CheckNesting();
   CheckTopLevel();
   CheckTexts();
 }
@@ -100,6 +105,15 @@ void XmlDocument::Parse() {
   throw ErrorAt(offset, "the " + _what + " is not well-formed XML: " + result.description());
 }
 
+void XmlDocument::CheckNesting() const {
+  Walker walker([this](const pugi::xml_node& node, int level) {
+    if (node.type() != pugi::node_element || level <= kMostLevels) return;
+    throw Error(node, "the " + _what + " is nested more than " + std::to_string(kMostLevels) +
+                          " levels deep");
+  });
+  pugi::xml_node(_tree).traverse(walker);
+}
+
 void XmlDocument::CheckTopLevel() const {
   for (const pugi::xml_node& node : _tree.children()) {
     const bool isText = node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata;
@@ -117,7 +131,7 @@ void XmlDocument::CheckTopLevel() const {
 }
 
 void XmlDocument::CheckTexts() const {
-  Walker walker([this](const pugi::xml_node& node) {
+  Walker walker([this](const pugi::xml_node& node, int) {
     if (node.type() == pugi::node_element) CheckAttributes(node);
     if (node.type() != pugi::node_pcdata) return;
     const std::size_t bad = FindBadReference(node.value());
@@ -144,7 +158,7 @@ void XmlDocument::CheckAttributes(const pugi::xml_node& element) const {
 }
 
 std::string XmlDocument::Write() {
-  Walker walker([](pugi::xml_node& node) {
+  Walker walker([](pugi::xml_node& node, int) {
     if (node.type() == pugi::node_pcdata) SetValue(node, ReferenceSupplementary(node.value()));
     if (node.type() != pugi::node_element) return;
     for (pugi::xml_attribute& attribute : node.attributes()) {

@@ -15,7 +15,8 @@ namespace chartbridge {
 ///
 /// The text is modified UTF-8, which for everything up to U+FFFF is UTF-8. Beyond what the parser
 /// finds, a document with a document type declaration, a control character, an undeclared entity,
-/// an attribute that is given twice or more than one root element is refused.
+/// an attribute that is given twice, more than one root element or more than 512 levels of elements
+/// is refused.
 class XmlDocument {
  public:
   /// Parses the document.
@@ -43,6 +44,7 @@ class XmlDocument {
   void CheckStart() const;
   void CheckCharacters() const;
   void Parse();
+  void CheckNesting() const;
   void CheckTopLevel() const;
   void CheckTexts() const;
   void CheckAttributes(const pugi::xml_node& element) const;

@@ -44,10 +44,10 @@ std::string XmlSource::Position(std::size_t offset) const {
 }
 
 std::size_t XmlSource::Start(const pugi::xml_node& node) const {
-  // Counted behind the byte order mark: where the name of an element stands, or the text of others.
+  // Where the name of an element stands, or the text of others.
   const std::ptrdiff_t offset = node.offset_debug();
   if (offset < 0) return 0;
-  const std::size_t start = static_cast<std::size_t>(offset) + LengthOfMark(_text);
+  const auto start = static_cast<std::size_t>(offset);
   if (node.type() == pugi::node_pcdata)
     return std::min(_text.find_first_not_of(kBlank, start), _text.size());
   const std::size_t bracket = _text.rfind('<', start);

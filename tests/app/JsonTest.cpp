@@ -71,7 +71,7 @@ class JsonTest : public testing::Test {
   void ExpectUsageError(const RunResult& result, const std::string& reason) const {
     EXPECT_EQ(result.exitCode, 2);
     EXPECT_EQ(result.output, "");
-    EXPECT_EQ(result.errors, "chartbridge: " + reason + "\nTry: chartbridge json --help\n");
+    EXPECT_EQ(result.errors, "chartbridge: " + reason + " (see chartbridge json --help)\n");
   }
 
   const SampleFolder folder;
@@ -286,7 +286,8 @@ TEST_F(JsonTest, WrongOptions) {
   folder.Write("options.json", "{\"zoom\": 3}");
   ExpectFailure(RunMap(arguments), "options.json: \"zoom\" is 3; expected true or false.");
   folder.Write("options.json", "{\"zoom\":\n tru}");
-  EXPECT_THAT(RunMap(arguments).errors, HasSubstr("options.json: parse error at line 2, column "));
+  EXPECT_THAT(RunMap(arguments).errors,
+              HasSubstr("options.json: not well-formed JSON: parse error at line 2, column "));
   folder.Write("options.json", "[1]");
   EXPECT_THAT(RunMap(arguments).errors,
               HasSubstr("options.json: found a list, expected a JSON object"));
