@@ -24,11 +24,16 @@ constexpr int kMostBins = 10000;
 /// Without a count, bins are as wide as the rule of Freedman and Diaconis asks (twice the distance
 /// of the quartiles, divided by the cube root of the number of values), but 5 at least and 60 at
 /// most fit the range; the width is the nearest one that is 1, 2 or 5 times a power of ten. With a
-/// count there are exactly so many bins, as narrow as round edges allow.
+/// count there are exactly so many bins, as narrow as round edges allow. Where the values lie so
+/// close together that there are no doubles between such edges, bins are as narrow as doubles
+/// allow.
 ///
 /// @param values at least one, all finite
 /// @param count 1 to `kMostBins`
-HistogramBins CountIntoBins(const std::vector<double>& values, std::optional<int> count);
+/// @return bins with ascending edges that cover all values; none where the values lie so close to
+///     the largest double, 1.8e308, that no round edges lie around them
+std::optional<HistogramBins> CountIntoBins(const std::vector<double>& values,
+                                           std::optional<int> count);
 
 }  // namespace chartbridge
 

@@ -96,8 +96,14 @@ void HistogramCommand::CheckUsage() const {
 }
 
 HistogramBins HistogramCommand::Bins() const {
-  if (!_values.empty()) return CountIntoBins(ReadValues(InputFile(_values)), _count);
-  return ReadBins(InputFile(_bins));
+  if (_values.empty()) return ReadBins(InputFile(_bins));
+  const InputFile file(_values);
+  const auto bins = CountIntoBins(ReadValues(file), _count);
+  if (bins) return *bins;
+  const std::string which =
+      _count ? std::to_string(*_count) + " bins with round edges" : "round edges of bins";
+  throw Failure(file.Name() +
+                ": the numbers lie too close to the largest that there is, 1.8e308, for " + which);
 }
 
 std::string HistogramCommand::Look() const {

@@ -3,12 +3,13 @@
 
 #include <charconv>
 #include <cmath>
-#include <nlohmann/json.hpp>
+#include <cstdlib>
 #include <optional>
 #include <sstream>
 
 #include "app/Failure.h"
 #include "app/InputFile.h"
+#include "app/JsonText.h"
 #include "app/NativeText.h"
 
 namespace chartbridge {
@@ -25,17 +26,21 @@ std::string Stripped(const std::string& text) {
   return text.substr(first, text.find_last_not_of(kBlanks) + 1 - first);
 }
 
-/// A decimal number with a point, whatever the locale; none for any other text.
+/// A decimal number with a point, whatever the locale; infinite where it is beyond the largest
+/// double. None for any other text.
 std::optional<double> NumberOf(const std::string& text) {
   const char* begin = text.data() + (text.front() == '+' ? 1 : 0);
   const char* end = text.data() + text.size();
   double number = 0;
   const auto parsed = std::from_chars(begin, end, number);
-  if (parsed.ec != std::errc() || parsed.ptr != end || !std::isfinite(number)) return std::nullopt;
+  if (parsed.ptr != end) return std::nullopt;
+  // What is too small to be told from zero is zero, and only what is too large is out of range.
+  if (parsed.ec == std::errc::result_out_of_range) return std::strtod(begin, nullptr);
+  if (parsed.ec != std::errc() || !std::isfinite(number)) return std::nullopt;
   return number;
 }
 
-std::vector<double> NumbersOf(const nlohmann::json& root, const char* member,
+std::vector<double> NumbersOf(const nlohmann::ordered_json& root, const char* member,
                               const std::string& name) {
   std::vector<double> numbers;
   const auto found = root.find(member);
@@ -50,18 +55,6 @@ std::vector<double> NumbersOf(const nlohmann::json& root, const char* member,
     numbers.push_back(number.get<double>());
   }
   return numbers;
-}
-
-nlohmann::json ParsedJson(const InputFile& file) {
-  try {
-    return nlohmann::json::parse(file.Text());
-  } catch (const nlohmann::json::exception& error) {
-    // The library's own prefix is for programmers.
-    const std::string message = OnOneLine(error.what());
-    const std::size_t prefix = message.find("] ");
-    throw Failure(file.Name() + ": not well-formed JSON: " +
-                  (prefix == std::string::npos ? message : message.substr(prefix + 2)));
-  }
 }
 
 }  // namespace
@@ -81,6 +74,10 @@ std::vector<double> ReadValues(const InputFile& file) {
                     OnOneLine(word.substr(0, kMostShown)) +
                     "\" where a number is expected, one a line");
     }
+    if (!std::isfinite(*value)) {
+      throw Failure(file.Name() + ": line " + std::to_string(number) + ": " +
+                    word.substr(0, kMostShown) + " is beyond the largest number, 1.8e308");
+    }
     values.push_back(*value);
   }
   if (values.empty()) throw Failure(file.Name() + ": holds no numbers");
@@ -88,7 +85,7 @@ std::vector<double> ReadValues(const InputFile& file) {
 }
 
 HistogramBins ReadBins(const InputFile& file) {
-  const nlohmann::json root = ParsedJson(file);
+  const nlohmann::ordered_json root = ParseJson(file.Text(), file.Name());
   if (!root.is_object()) {
     throw Failure(file.Name() + ": expected an object with \"edges\" and \"heights\"");
   }

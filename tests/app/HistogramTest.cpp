@@ -5,7 +5,13 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <functional>
+#include <limits>
 #include <optional>
+#include <random>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -29,25 +35,31 @@ double Total(const HistogramBins& bins) {
   return total;
 }
 
+HistogramBins Counted(const std::vector<double>& values, std::optional<int> count) {
+  const auto bins = CountIntoBins(values, count);
+  EXPECT_TRUE(bins);
+  return bins.value_or(HistogramBins());
+}
+
 TEST(HistogramBinsTest, GivenCountGivesExactlySoManyEqualBinsWithRoundEdges) {
-  const HistogramBins bins = CountIntoBins({0.1, 0.3, 0.7, 0.95}, 5);
+  const HistogramBins bins = Counted({0.1, 0.3, 0.7, 0.95}, 5);
   EXPECT_THAT(bins.edges, ElementsAre(0, 0.2, 0.4, 0.6, 0.8, 1.0));
   EXPECT_THAT(bins.heights, ElementsAre(1, 1, 0, 1, 1));
 }
 
 TEST(HistogramBinsTest, EdgesAreTheDecimalsThatTheyLookLike) {
-  const HistogramBins bins = CountIntoBins({0.05, 0.65}, 7);
+  const HistogramBins bins = Counted({0.05, 0.65}, 7);
   EXPECT_THAT(bins.edges, ElementsAre(0, 0.1, 0.2, 0.3, 0.4, 0.5, 0.6, 0.7));
 }
 
 TEST(HistogramBinsTest, ValueOnAnEdgeBelongsToTheBinThatBeginsThereAndTheLastEdgeToTheLastBin) {
-  const HistogramBins bins = CountIntoBins({0, 1, 1, 2, 3, 4}, 4);
+  const HistogramBins bins = Counted({0, 1, 1, 2, 3, 4}, 4);
   EXPECT_THAT(bins.edges, ElementsAre(0, 1, 2, 3, 4));
   EXPECT_THAT(bins.heights, ElementsAre(1, 2, 1, 2));
 }
 
 TEST(HistogramBinsTest, OneBinMayReachAcrossZero) {
-  const HistogramBins bins = CountIntoBins({-177.75, 662.2}, 1);
+  const HistogramBins bins = Counted({-177.75, 662.2}, 1);
   EXPECT_THAT(bins.edges, ElementsAre(-200, 800));
   EXPECT_THAT(bins.heights, ElementsAre(2));
 }
@@ -56,14 +68,14 @@ TEST(HistogramBinsTest, NumberOfBinsSuitsTheValues) {
   std::vector<double> values;
   for (int i = 0; i < 1000; ++i) values.push_back(i);
   // Twice the distance of the quartiles is 999, divided by ten: 99.9.
-  const HistogramBins bins = CountIntoBins(values, std::nullopt);
+  const HistogramBins bins = Counted(values, std::nullopt);
   EXPECT_THAT(bins.edges, ElementsAre(0, 100, 200, 300, 400, 500, 600, 700, 800, 900, 1000));
   EXPECT_THAT(bins.heights, Each(100));
 }
 
 TEST(HistogramBinsTest, OneValueHasOneBinAroundIt) {
   for (const double value : {0.0, 3.0, -0.002, 1e9}) {
-    const HistogramBins bins = CountIntoBins({value, value}, std::nullopt);
+    const HistogramBins bins = Counted({value, value}, std::nullopt);
     EXPECT_EQ(Total(bins), 2);
     EXPECT_LE(bins.edges.front(), value);
     EXPECT_GE(bins.edges.back(), value);
@@ -84,7 +96,7 @@ TEST(HistogramBinsTest, EveryValueIsCountedOnceWhateverTheRange) {
     for (double& value : values) value = start + next() * next() * scale;
     const std::optional<int> count =
         round % 2 == 0 ? std::optional<int>() : 1 + static_cast<int>(next() * 100);
-    const HistogramBins bins = CountIntoBins(values, count);
+    const HistogramBins bins = Counted(values, count);
     ASSERT_EQ(bins.edges.size(), bins.heights.size() + 1);
     if (count) {
       ASSERT_EQ(bins.heights.size(), static_cast<std::size_t>(*count));
@@ -102,6 +114,127 @@ TEST(HistogramBinsTest, EveryValueIsCountedOnceWhateverTheRange) {
       });
       ASSERT_EQ(static_cast<double>(inside), bins.heights[i]);
     }
+  }
+}
+
+TEST(HistogramBinsTest, ReachFromTheSmallestDoublesToTheLargest) {
+  const double next = std::nextafter(1.0, 2.0);
+  EXPECT_THAT(Counted({1e-320, 2e-320}, std::nullopt).edges,
+              ElementsAre(1e-320, 1.2e-320, 1.4e-320, 1.6e-320, 1.8e-320, 2e-320));
+  EXPECT_THAT(Counted({1e308, -1e308}, std::nullopt).edges,
+              ElementsAre(-1e308, -5e307, 0, 5e307, 1e308));
+  EXPECT_THAT(Counted({1e308, -1e308}, 1).edges, ElementsAre(-1e308, 1e308));
+  EXPECT_THAT(Counted({4.9e-324, 0}, std::nullopt).edges, ElementsAre(0, 4.9e-324));
+  EXPECT_EQ(Counted({1, next}, std::nullopt).edges.front(), 1);
+  EXPECT_GE(Counted({1, next}, std::nullopt).edges.back(), next);
+  EXPECT_EQ(Counted({1, next}, 10000).heights.size(), 10000U);
+}
+
+TEST(HistogramBinsTest, AValueAHairAboveAnEdgeIsInsideTheBins) {
+  EXPECT_THAT(Counted({0, 0.1, 0.1 + 0.2}, 3).edges, ElementsAre(0, 0.12, 0.24, 0.36));
+}
+
+TEST(HistogramBinsTest, NoRoundEdgesLieBeyondTheLargestDouble) {
+  constexpr double kLargest = std::numeric_limits<double>::max();
+  EXPECT_FALSE(CountIntoBins({kLargest}, std::nullopt));
+  EXPECT_FALSE(CountIntoBins({kLargest, -kLargest}, std::nullopt));
+  EXPECT_FALSE(CountIntoBins({0, kLargest}, 7));
+}
+
+/// Finite doubles of any size: bit patterns that nobody chose.
+class AnyDoubles {
+ public:
+  /// One to eight: from everywhere, neighbours, among the smallest, or of one size.
+  std::vector<double> Values() {
+    const double base = Any();
+    std::vector<double> values(1 + _random() % 8);
+    const auto kind = _random() % 4;
+    for (double& value : values) value = Value(kind, base);
+    return values;
+  }
+
+  std::optional<int> Count() {
+    if (_random() % 2 == 0) return std::nullopt;
+    return static_cast<int>(1 + _random() % (_random() % 50 == 0 ? kMostBins : 100));
+  }
+
+ private:
+  static double OfBits(std::uint64_t bits) {
+    double value = 0;
+    std::memcpy(&value, &bits, sizeof value);
+    return value;
+  }
+
+  double Any() {
+    for (;;) {
+      const double value = OfBits(_random());
+      if (std::isfinite(value)) return value;
+    }
+  }
+
+  double Value(std::uint64_t kind, double base) {
+    constexpr std::uint64_t kSignAndFraction = 0x800fffffffffffffULL;
+    if (kind == 0) return Any();
+    double value = base * (1 + static_cast<double>(_random() % 1000) / 1000);
+    if (kind == 1) {
+      std::uint64_t bits = 0;
+      std::memcpy(&bits, &base, sizeof bits);
+      value = OfBits(bits + _random() % 5);
+    } else if (kind == 2) {
+      value = OfBits(_random() & kSignAndFraction >> _random() % 50);
+    }
+    return std::isfinite(value) ? value : base;
+  }
+
+  std::mt19937_64 _random{20240131};
+};
+
+std::string Shown(const std::vector<double>& values, std::optional<int> count) {
+  std::ostringstream text;
+  text.precision(17);
+  for (const double value : values) text << value << " ";
+  text << "in " << count.value_or(0) << " bins";
+  return text.str();
+}
+
+TEST(HistogramBinsTest, EdgesAscendAndCoverEveryDouble) {
+  constexpr int kRounds = 100'000;
+  AnyDoubles doubles;
+  for (int round = 0; round < kRounds; ++round) {
+    const std::vector<double> values = doubles.Values();
+    const std::optional<int> count = doubles.Count();
+    const auto bins = CountIntoBins(values, count);
+    const auto [lowest, highest] = std::minmax_element(values.begin(), values.end());
+    if (!bins) {
+      ASSERT_GT(std::max(std::abs(*lowest), std::abs(*highest)), 8e307) << Shown(values, count);
+      continue;
+    }
+    const std::vector<double>& edges = bins->edges;
+    ASSERT_EQ(edges.size(), bins->heights.size() + 1);
+    ASSERT_LE(edges.front(), *lowest) << Shown(values, count);
+    ASSERT_GE(edges.back(), *highest) << Shown(values, count);
+    ASSERT_TRUE(std::isfinite(edges.front()) && std::isfinite(edges.back()));
+    ASSERT_EQ(std::adjacent_find(edges.begin(), edges.end(), std::greater_equal<>()), edges.end())
+        << Shown(values, count);
+    ASSERT_EQ(Total(*bins), static_cast<double>(values.size())) << Shown(values, count);
+    ASSERT_LE(bins->heights.size(), static_cast<std::size_t>(count.value_or(62)));
+    if (count) {
+      ASSERT_EQ(bins->heights.size(), static_cast<std::size_t>(*count));
+    }
+  }
+}
+
+TEST(HistogramTest, AnyValuesGiveAChartThatIsDrawn) {
+  const SampleFolder folder;
+  folder.Write("line.gpl", "draw line: x year, y sales\n");
+  folder.Write("data.csv", "year,sales\n1,2\n5,3\n");
+  for (const char* values : {"1e-320\n2e-320\n", "1\n1.0000000000000002\n", "4.9e-324\n0\n",
+                             "1e-400\n1\n", "1e22\n10000000000000002097152\n"}) {
+    folder.Write("values.txt", values);
+    const RunResult result =
+        folder.Run({"histogram", "line.gpl", "--values", "values.txt", "-o", "chart.xml"});
+    EXPECT_EQ(result.exitCode, 0) << values << result.errors;
+    EXPECT_EQ(folder.Run({"render", "chart.xml", "-d", "data.csv", "-o", "a.png"}).errors, "");
   }
 }
 
@@ -154,6 +287,10 @@ TEST(HistogramTest, WrongNumbersAreToldByFileAndLine) {
   ExpectFailure("--values", "nan\n",
                 "line 1: found \"nan\" where a number is expected, one a line");
   ExpectFailure("--values", "+\n", "line 1: found \"+\" where a number is expected, one a line");
+  ExpectFailure("--values", "1\n-1e309\n", "line 2: -1e309 is beyond the largest number, 1.8e308");
+  ExpectFailure("--values", "0\n1.7976931348623157e308\n-1.7976931348623157e308\n",
+                "the numbers lie too close to the largest that there is, 1.8e308, for round edges "
+                "of bins");
   ExpectFailure("--bins", "[]", "expected an object with \"edges\" and \"heights\"");
   ExpectFailure("--bins", "{\"edges\": [1]}", "needs \"heights\", an array of numbers");
   ExpectFailure("--bins", "{\"edges\": [1, \"a\"], \"heights\": [1]}",
@@ -184,7 +321,7 @@ void ExpectUsage(std::vector<std::string> arguments, const std::string& reason) 
   arguments.insert(arguments.begin(), {"histogram", "sales.gpl"});
   const RunResult result = folder.Run(arguments);
   EXPECT_EQ(result.exitCode, 2) << result.errors;
-  EXPECT_EQ(result.errors, "chartbridge: " + reason + "\nTry: chartbridge histogram --help\n");
+  EXPECT_EQ(result.errors, "chartbridge: " + reason + " (see chartbridge histogram --help)\n");
   EXPECT_THAT(folder.NewNames(), ElementsAre("in"));
 }
 
