@@ -16,8 +16,8 @@ struct RunSettings {
   std::map<std::string, std::string> environment;
   /// The folder to run in. Empty: this process's.
   std::string folder;
-  /// Whether it ignores Ctrl-C from the start, as in the background of a script. It ignores no other
-  /// of the signals that end programs, whatever this process was started to ignore.
+  /// Whether it ignores Ctrl-C from the start, as in the background of a script. It ignores no
+  /// other of the signals that end programs, whatever this process was started to ignore.
   bool ignoresInterruption = false;
 };
 
@@ -33,8 +33,8 @@ struct RunResult {
   std::string errors;
 };
 
-/// Runs a program to its end, within some 100 seconds. The first argument is the program, looked for on the
-/// path.
+/// Runs a program to its end, within some 100 seconds. The first argument is the program, looked
+/// for on the path.
 RunResult RunProgram(const std::vector<std::string>& arguments, const RunSettings& settings = {});
 
 /// Runs the command `chartbridge` of this build.

@@ -291,8 +291,8 @@ TEST_F(DocumentStubTest, EachFindingIsALine) {
   EXPECT_EQ(result.errors, "chartbridge: report.xml: 2 findings\n");
 }
 
-/// What a command writes when standard error is a terminal. `onText` is called with all that came so
-/// far, as often as more comes.
+/// What a command writes when standard error is a terminal. `onText` is called with all that came
+/// so far, as often as more comes.
 std::string OnTerminal(const std::vector<std::string>& arguments, const std::string& folder,
                        const std::function<void(const std::string&)>& onText) {
   int terminal = -1;
@@ -324,11 +324,11 @@ TEST_F(DocumentStubTest, LongWorkIsShownOnATerminal) {
       "java.io.File shown = new java.io.File(\"shown\");"
       "try { for (int i = 0; i < 6000 && !shown.exists(); i++) Thread.sleep(10); }"
       "catch (InterruptedException e) {} return \"\";");
-  const std::string shown = OnTerminal(
-      {"document", "check", "report.xml", "--classpath", stubs.File("classes")}, folder.Path(),
-      [this](const std::string& text) {
-        if (text.find("3 s") != std::string::npos) folder.Write("shown", "");
-      });
+  const std::string shown =
+      OnTerminal({"document", "check", "report.xml", "--classpath", stubs.File("classes")},
+                 folder.Path(), [this](const std::string& text) {
+                   if (text.find("3 s") != std::string::npos) folder.Write("shown", "");
+                 });
   EXPECT_THAT(shown, AllOf(StartsWith("\r\033[Kreport.xml: 2 s\r\033[Kreport.xml: 3 s"),
                            testing::EndsWith("\r\033[K")));
 }
