@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: Apache-2.0
+package org.chartbridge.fuzz;
+
+import java.io.IOException;
+import java.io.PrintStream;
+import java.nio.file.Files;
+import java.nio.file.Path;
+import java.util.List;
+
+/**
+ * Tries many mutations: {@code COUNT SEED SECONDS FOLDER [TARGET...]}. Failing inputs go into the
+ * folder, each with a file that says what happened. Ends with 1 when there was one.
+ */
+public final class FuzzProgram {
+  private static final int PROGRESS_SECONDS = 10;
+
+  private FuzzProgram() {}
+
+  public static void main(String[] arguments) throws IOException {
+    long count = Long.parseLong(arguments[0]);
+    long seed = Long.parseLong(arguments[1]);
+    long seconds = Long.parseLong(arguments[2]);
+    Path folder = Files.createDirectories(Path.of(arguments[3]));
+    List<String> names = List.of(arguments).subList(4, arguments.length);
+    Path work = Files.createTempDirectory("fuzz");
+    List<FuzzTarget> targets = FuzzTargets.all(work).stream()
+        .filter(target -> names.isEmpty() || names.contains(target.name())).toList();
+    if (targets.isEmpty()) {
+      System.out.println("There is no such input; there are "
+          + String.join(", ", FuzzTargets.all(work).stream().map(FuzzTarget::name).toList()) + ".");
+      System.exit(2);
+    }
+    System.exit(run(targets, count, seed, seconds, folder, System.out) == 0 ? 0 : 1);
+  }
+
+  private static long run(List<FuzzTarget> targets, long count, long seed, long seconds,
+      Path folder, PrintStream out) throws IOException {
+    long failures = 0;
+    long done = 0;
+    long begin = System.nanoTime();
+    long told = begin;
+    try (FuzzRun run = new FuzzRun(targets)) {
+      for (; done < count; done++) {
+        long now = System.nanoTime();
+        if (now - begin > seconds * 1_000_000_000) {
+          out.println("The time is up.");
+          break;
+        }
+        if (now - told > PROGRESS_SECONDS * 1_000_000_000L) {
+          out.println(done + " of " + count + " mutations, " + failures + " failures");
+          told = now;
+        }
+        FuzzRun.Failure failure = run.mutation(seed + done);
+        if (failure != null) {
+          failures++;
+          keep(failure, folder, out);
+        }
+      }
+    }
+    out.println(done + " mutations from seed " + seed + ": " + failures + " failures"
+        + (failures == 0 ? "" : "; their inputs are in " + folder));
+    return failures;
+  }
+
+  private static void keep(FuzzRun.Failure failure, Path folder, PrintStream out)
+      throws IOException {
+    String name = failure.target() + "-" + failure.seed();
+    Files.write(folder.resolve(name), failure.input());
+    Files.writeString(folder.resolve(name + ".txt"), failure.fault() + "\n");
+    out.println("  " + name + ": " + failure.fault());
+  }
+}
