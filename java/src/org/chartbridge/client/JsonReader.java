@@ -6,7 +6,6 @@ import com.fasterxml.jackson.core.JsonLocation;
 import com.fasterxml.jackson.core.JsonParser;
 import com.fasterxml.jackson.core.JsonProcessingException;
 import com.fasterxml.jackson.core.JsonToken;
-import com.fasterxml.jackson.core.StreamReadFeature;
 import java.io.IOException;
 import java.io.UncheckedIOException;
 import java.util.ArrayList;
@@ -15,15 +14,15 @@ import java.util.List;
 import java.util.Map;
 import org.chartbridge.chart.ChartException;
 import org.chartbridge.chart.TextPosition;
+import org.chartbridge.json.SafeJson;
 import org.chartbridge.xml.XmlEncoding;
 
 /** Reads JSON (RFC 8259), strictly and with the places of all values. */
 final class JsonReader {
   private static final int MAX_BYTES = 16 << 20;
-  private static final int MAX_DEPTH = 64;
 
   private static final JsonFactory FACTORY =
-      JsonFactory.builder().enable(StreamReadFeature.STRICT_DUPLICATE_DETECTION).build();
+      SafeJson.factory().enable(JsonParser.Feature.STRICT_DUPLICATE_DETECTION);
 
   private final String source;
   private final JsonParser parser;
@@ -37,8 +36,8 @@ final class JsonReader {
    * The values of a text that stand behind each other, mostly just one.
    *
    * @param bytes UTF-8
-   * @throws ChartException with line and column, when it is not well-formed, nested deeper than 64
-   *     or larger than 16 MiB
+   * @throws ChartException with line and column, when it is not well-formed, nested more than 512
+   *     levels deep or larger than 16 MiB
    */
   static List<JsonValue> read(byte[] bytes) {
     if (bytes.length > MAX_BYTES) {
@@ -59,29 +58,26 @@ final class JsonReader {
     JsonLocation location = e.getLocation();
     long offset = location == null ? source.length() : location.getCharOffset();
     int place = (int) Math.max(0, Math.min(source.length(), offset));
-    String message = e.getOriginalMessage().replaceAll(" \\(code \\d+[^)]*\\)", "");
-    return new ChartException(
-        TextPosition.of(source, place) + ": not well-formed JSON: " + message, e);
+    String message = SafeJson.reason(e, "not well-formed JSON: ");
+    return new ChartException(TextPosition.of(source, place) + ": "
+            + message.replaceAll(" \\(code \\d+[^)]*\\)", ""),
+        e);
   }
 
   private List<JsonValue> values() throws IOException {
     List<JsonValue> values = new ArrayList<>();
     while (parser.nextToken() != null) {
-      values.add(value(1));
+      values.add(value());
     }
     return values;
   }
 
-  private JsonValue value(int depth) throws IOException {
+  private JsonValue value() throws IOException {
     int offset = (int) parser.getTokenLocation().getCharOffset();
-    if (depth > MAX_DEPTH) {
-      throw new ChartException(
-          TextPosition.of(source, offset) + ": values are nested deeper than " + MAX_DEPTH);
-    }
     JsonToken token = parser.currentToken();
     return switch (token) {
-      case START_OBJECT -> object(offset, depth);
-      case START_ARRAY -> array(offset, depth);
+      case START_OBJECT -> object(offset);
+      case START_ARRAY -> array(offset);
       case VALUE_STRING -> scalar(offset, JsonValue.Kind.TEXT);
       case VALUE_NUMBER_INT, VALUE_NUMBER_FLOAT -> scalar(offset, JsonValue.Kind.NUMBER);
       case VALUE_TRUE, VALUE_FALSE -> scalar(offset, JsonValue.Kind.BOOLEAN);
@@ -94,20 +90,20 @@ final class JsonReader {
     return JsonValue.scalar(source, offset, kind, parser.getText());
   }
 
-  private JsonValue object(int offset, int depth) throws IOException {
+  private JsonValue object(int offset) throws IOException {
     Map<String, JsonValue> members = new LinkedHashMap<>();
     while (parser.nextToken() != JsonToken.END_OBJECT) {
       String name = parser.currentName();
       parser.nextToken();
-      members.put(name, value(depth + 1));
+      members.put(name, value());
     }
     return new JsonValue(source, offset, JsonValue.Kind.OBJECT, null, List.of(), members);
   }
 
-  private JsonValue array(int offset, int depth) throws IOException {
+  private JsonValue array(int offset) throws IOException {
     List<JsonValue> items = new ArrayList<>();
     while (parser.nextToken() != JsonToken.END_ARRAY) {
-      items.add(value(depth + 1));
+      items.add(value());
     }
     return new JsonValue(source, offset, JsonValue.Kind.ARRAY, null, items, Map.of());
   }

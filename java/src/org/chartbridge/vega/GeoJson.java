@@ -15,6 +15,7 @@ import java.util.Collections;
 import java.util.List;
 import java.util.Map;
 import org.chartbridge.chart.ChartException;
+import org.chartbridge.json.SafeJson;
 
 /**
  * A GeoJSON document (RFC 7946) as features to draw. Rings are turned the way that Vega takes them:
@@ -27,7 +28,7 @@ public final class GeoJson {
   private static final List<String> GEOMETRIES = List.of("Point", "MultiPoint", "LineString",
       "MultiLineString", "Polygon", "MultiPolygon", "GeometryCollection");
   private static final ObjectMapper JSON =
-      JsonMapper.builder().enable(DeserializationFeature.FAIL_ON_TRAILING_TOKENS).build();
+      JsonMapper.builder(SafeJson.factory()).enable(DeserializationFeature.FAIL_ON_TRAILING_TOKENS).build();
 
   private final int number;
   private final ArrayNode features = Json.array();
@@ -73,7 +74,7 @@ public final class GeoJson {
       JsonLocation place = e.getLocation();
       String where = place == null ? ""
           : "line " + place.getLineNr() + ", column " + place.getColumnNr() + ": ";
-      ChartException error = error("", where + "no JSON: " + e.getOriginalMessage());
+      ChartException error = error("", where + SafeJson.reason(e, "no JSON: "));
       error.initCause(e);
       throw error;
     } catch (IOException e) {

@@ -15,6 +15,7 @@ import java.util.Locale;
 import java.util.regex.Pattern;
 import org.chartbridge.chart.ChartException;
 import org.chartbridge.chart.Suggestions;
+import org.chartbridge.json.SafeJson;
 import org.chartbridge.vega.InteractiveOptions.MapOptions;
 import org.chartbridge.vega.InteractiveOptions.Selection;
 
@@ -27,7 +28,7 @@ public final class OptionsReader {
   private static final List<String> MAP_KEYS = List.of("projection", "fill", "stroke", "label");
   private static final Pattern COLOR = Pattern.compile("#[0-9a-fA-F]{6}");
   private static final ObjectMapper JSON =
-      JsonMapper.builder()
+      JsonMapper.builder(SafeJson.factory())
           .enable(DeserializationFeature.FAIL_ON_TRAILING_TOKENS)
           .enable(JsonParser.Feature.STRICT_DUPLICATE_DETECTION)
           .build();
@@ -67,7 +68,7 @@ public final class OptionsReader {
       JsonLocation place = e.getLocation();
       String where = place == null ? ""
           : " line " + place.getLineNr() + ", column " + place.getColumnNr() + ":";
-      throw new ChartException("Options:" + where + " no JSON: " + e.getOriginalMessage() + ".", e);
+      throw new ChartException("Options:" + where + " " + SafeJson.reason(e, "no JSON: ") + ".", e);
     }
   }
 

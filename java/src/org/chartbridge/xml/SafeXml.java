@@ -31,7 +31,11 @@ public final class SafeXml {
   public static final int MAX_BYTES = 16 << 20;
 
   /** Elements nest this deep at most, so that walking a tree never exhausts a stack. */
-  public static final int MAX_DEPTH = 200;
+  public static final int MAX_DEPTH = 512;
+
+  /** What is said of an element that stands deeper. */
+  public static final String TOO_DEEP =
+      "elements are nested more than " + MAX_DEPTH + " levels deep";
 
   /** So many elements make a tree of some tens of megabytes. */
   public static final int MAX_ELEMENTS = 100_000;

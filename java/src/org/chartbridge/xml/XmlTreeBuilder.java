@@ -57,7 +57,7 @@ final class XmlTreeBuilder extends DefaultHandler2 {
       throw element.error("there are more than " + SafeXml.MAX_ELEMENTS + " elements");
     }
     if (open.size() >= SafeXml.MAX_DEPTH) {
-      throw element.error("elements are nested deeper than " + SafeXml.MAX_DEPTH);
+      throw element.error(SafeXml.TOO_DEEP);
     }
     if (open.isEmpty()) {
       root = element;

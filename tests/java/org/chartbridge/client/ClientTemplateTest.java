@@ -291,7 +291,7 @@ class ClientTemplateTest {
     byte[] latin = "{'name':'ä'}".getBytes(ISO_8859_1);
     assertThrows(ChartException.class, () -> ClientTemplate.toXml(latin));
     String message = error("[".repeat(100_000));
-    assertEquals("line 1, column 65: values are nested deeper than 64", message);
+    assertEquals("line 1, column 513: nested more than 512 levels deep", message);
   }
 
   @Test

@@ -222,7 +222,7 @@ class SafeXmlTest {
     int max = SafeXml.MAX_DEPTH;
     assertEquals("a", parse("<a>".repeat(max) + "</a>".repeat(max)).name());
     String message = error("<a>".repeat(100_000));
-    assertEquals("line 1, column 601: elements are nested deeper than 200", message);
+    assertEquals("line 1, column 1537: elements are nested more than 512 levels deep", message);
   }
 
   @Test

@@ -22,11 +22,12 @@ import org.chartbridge.chart.Suggestions;
 import org.chartbridge.chart.Words;
 import org.chartbridge.document.model.Paper;
 import org.chartbridge.draw.Style;
+import org.chartbridge.json.SafeJson;
 
 /** Reads requests: JSON objects (docs/document-request.schema.json). */
 public final class RequestReader {
   private static final JsonFactory JSON =
-      JsonFactory.builder().build().enable(JsonParser.Feature.STRICT_DUPLICATE_DETECTION);
+      SafeJson.factory().enable(JsonParser.Feature.STRICT_DUPLICATE_DETECTION);
 
   private static final List<String> TEXTS = List.of("document", "input", "to", "output", "base",
       "language", "style", "paper", "charset");
@@ -51,7 +52,7 @@ public final class RequestReader {
       reader.read(in);
     } catch (JsonProcessingException e) {
       throw new ChartException(
-          place(e.getLocation()) + "this is not JSON: " + e.getOriginalMessage(), e);
+          place(e.getLocation()) + SafeJson.reason(e, "this is not JSON: "), e);
     } catch (IOException e) {
       throw new ChartException("the request cannot be read: " + e.getMessage(), e);
     }

@@ -24,6 +24,9 @@ final class BlockReader {
   private static final int DEFAULT_DEPTH = 3;
   private static final int MAX_START = 999_999;
 
+  /** Each level is indented, and a page is only so wide. */
+  private static final int MAX_LISTS = 16;
+
   private final FigureReader figures;
   private final List<XmlElement> links = new ArrayList<>();
   private final Set<String> givenIds = new HashSet<>();
@@ -60,7 +63,7 @@ final class BlockReader {
     return switch (element.name()) {
       case "heading" -> heading(element);
       case "paragraph" -> paragraph(element);
-      case "list" -> list(element);
+      case "list" -> list(element, 1);
       case "table" -> new TableReader(links).read(element);
       case "chart" -> figures.chart(element);
       case "tree" -> figures.tree(element);
@@ -112,7 +115,10 @@ final class BlockReader {
     return new Paragraph(alignment, new InlineReader(links, null).read(element));
   }
 
-  private ItemList list(XmlElement element) {
+  private ItemList list(XmlElement element, int level) {
+    if (level > MAX_LISTS) {
+      throw element.error("lists are nested more than " + MAX_LISTS + " levels deep");
+    }
     AttributeReader in = new AttributeReader(element);
     String kind = in.text("kind");
     if (kind != null && !List.of("bullet", "number").contains(kind.strip())) {
@@ -125,7 +131,7 @@ final class BlockReader {
     in.finish();
     List<ItemList.Item> items = new ArrayList<>();
     for (XmlElement child : in.children(List.of("item"), true)) {
-      items.add(item(child));
+      items.add(item(child, level));
     }
     if (items.isEmpty()) {
       throw element.error("<list> has no <item>");
@@ -133,13 +139,13 @@ final class BlockReader {
     return new ItemList(kind != null && kind.strip().equals("number"), start, items);
   }
 
-  private ItemList.Item item(XmlElement element) {
+  private ItemList.Item item(XmlElement element, int level) {
     new AttributeReader(element).finish();
     InlineReader reader = new InlineReader(links, "list");
     List<Inline> text = reader.read(element);
     List<ItemList> lists = new ArrayList<>();
     for (XmlElement list : reader.others()) {
-      lists.add(list(list));
+      lists.add(list(list, level + 1));
     }
     return new ItemList.Item(text, lists);
   }

@@ -18,6 +18,9 @@ import org.chartbridge.xml.XmlText;
  */
 final class InlineReader {
   private static final List<String> NAMES = List.of("emphasis", "strong", "code", "link", "break");
+  /** There are not that many ways to set a text off. */
+  private static final int MAX_NESTED = 32;
+
   private static final Pattern TARGET = Pattern.compile("((https?|mailto):|#)\\S+");
 
   /** Elements that end the text, in the order of the document. */
@@ -28,6 +31,8 @@ final class InlineReader {
   /** Whether a blank here would be one too many: at the start of a line or behind a blank. */
   private boolean complete = true;
   private boolean blank;
+  /** How many elements are open that set a text off. */
+  private int open;
 
   /**
    * @param links collects the links to headings
@@ -106,14 +111,18 @@ final class InlineReader {
     }
     appendBlank(text);
     flush(content, text);
+    if (++open > MAX_NESTED) {
+      throw child.error("texts are nested more than " + MAX_NESTED + " levels deep");
+    }
     if (child.name().equals("link")) {
       String target = target(child, in);
       in.finish();
       content.add(new Inline.Link(target, read(child)));
-      return;
+    } else {
+      in.finish();
+      content.add(new Inline.Styled(style(child.name()), read(child)));
     }
-    in.finish();
-    content.add(new Inline.Styled(style(child.name()), read(child)));
+    open--;
   }
 
   private String target(XmlElement element, AttributeReader in) {

@@ -10,6 +10,7 @@ import javax.xml.stream.XMLStreamException;
 import javax.xml.stream.XMLStreamReader;
 import org.chartbridge.chart.TextPosition;
 import org.chartbridge.tree.TreeException;
+import org.chartbridge.xml.SafeXml;
 import org.xml.sax.SAXParseException;
 
 /**
@@ -19,9 +20,6 @@ import org.xml.sax.SAXParseException;
  * are no entities to expand and nothing to fetch.
  */
 final class PmmlCursor {
-  /** Elements nest this deep at most, so that no walk down a tree exhausts a stack. */
-  static final int MAX_DEPTH = 500;
-
   private final String text;
   private final XMLStreamReader reader;
   private String namespace;
@@ -188,8 +186,8 @@ final class PmmlCursor {
     if (event == XMLStreamConstants.START_ELEMENT) {
       depth++;
       tagStart = nextStartTag(depth == 1 ? 0 : tagStart + 1);
-      if (depth > MAX_DEPTH) {
-        throw error("elements are nested deeper than " + MAX_DEPTH);
+      if (depth > SafeXml.MAX_DEPTH) {
+        throw error(SafeXml.TOO_DEEP);
       }
     }
     if (event == XMLStreamConstants.END_ELEMENT) {

@@ -106,7 +106,8 @@ public final class SchemaFolder {
     }
   }
 
-  private static Schema compile(Path path) throws SAXException {
+  private static Schema compile(Path path) throws SAXException, IOException {
+    SchemaDepth.check(path);
     SchemaFactory factory = SchemaFactory.newDefaultInstance();
     factory.setFeature(XMLConstants.FEATURE_SECURE_PROCESSING, true);
     factory.setProperty(XMLConstants.ACCESS_EXTERNAL_DTD, "");

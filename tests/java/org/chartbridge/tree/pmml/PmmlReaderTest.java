@@ -223,7 +223,7 @@ class PmmlReaderTest {
 
   @Test
   void aDocumentThatIsTooDeepIsRefused() {
-    assertEquals("PMML document, line 508, column 17: elements are nested deeper than 500.",
+    assertEquals("PMML document, line 520, column 17: elements are nested more than 512 levels deep.",
         error(Models.chain(2000).replace("<Node", "\n<Node").replace("\n\n", "\n")));
   }
 
