@@ -26,6 +26,8 @@ import org.chartbridge.data.Column;
  */
 final class AxisData {
   private static final int MOST_CATEGORIES = 500;
+  private static final double LARGEST = 1e300;
+  private static final double SMALLEST_RANGE = 1e-300;
 
   final boolean horizontal;
   final Axis axis;
@@ -342,14 +344,30 @@ final class AxisData {
     if (axis.max() != null) {
       ends[1] = axis.max();
     }
-    if (!(ends[0] < ends[1])) {
+    if (!(ends[0] < ends[1]) && (axis.min() != null || axis.max() != null)) {
       boolean low = axis.min() != null;
       throw new ChartException("Axis " + name() + ": " + (low ? "min " : "max ")
           + limitText(low ? axis.min() : axis.max())
           + " leaves no data in sight; the values run from " + limitText(extent.min()) + " to "
           + limitText(extent.max()) + ".");
     }
+    if (kind != ScaleKind.LOG) {
+      checkRange(ends[0], ends[1]);
+    }
     return AxisScale.continuous(kind, ends[0], ends[1], axis.reversed());
+  }
+
+  /** Beyond these, steps and margins are no numbers any more, or all the same number. */
+  private void checkRange(double low, double high) {
+    boolean large = Math.abs(low) > LARGEST || Math.abs(high) > LARGEST;
+    if (!large && high - low >= SMALLEST_RANGE) {
+      return;
+    }
+    throw new ChartException("Axis " + name() + " would run from " + Formats.plain(low) + " to "
+        + Formats.plain(high) + "; "
+        + (large ? "numbers beyond 1e300 have no place on an axis"
+                 : "numbers that lie less than 1e-300 apart cannot be told apart")
+        + ". Choose another unit for them.");
   }
 
   private String limitText(double value) {
@@ -364,7 +382,7 @@ final class AxisData {
       max = Math.max(max, 0);
     }
     if (min == max) {
-      double half = min == 0 ? 1 : Math.abs(min) * 0.1;
+      double half = Math.abs(min) < SMALLEST_RANGE ? 1 : Math.abs(min) * 0.1;
       min = extent.baseline() ? min : min - half;
       max += half;
     }

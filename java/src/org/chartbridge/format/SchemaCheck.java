@@ -97,7 +97,8 @@ public final class SchemaCheck {
       AttributesImpl attributes = new AttributesImpl();
       for (Map.Entry<String, String> attribute : element.attributes().entrySet()) {
         String name = attribute.getKey();
-        int brace = name.lastIndexOf('}');
+        // Charts in JSON may have any name.
+        int brace = name.startsWith("{") ? name.lastIndexOf('}') : -1;
         String uri = brace < 0 ? "" : name.substring(1, brace);
         String local = name.substring(brace + 1);
         // Hints about where a schema lies are for editors; which schema holds is decided here.

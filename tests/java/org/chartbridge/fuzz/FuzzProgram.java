@@ -8,8 +8,9 @@ import java.nio.file.Path;
 import java.util.List;
 
 /**
- * Tries many mutations: {@code COUNT SEED SECONDS FOLDER [TARGET...]}. Failing inputs go into the
- * folder, each with a file that says what happened. Ends with 1 when there was one.
+ * Tries many mutations: {@code COUNT SEED SECONDS FOLDER [INPUT...]}. Failing inputs go into the
+ * folder, each with a file that says what happened. Ends with 1 when there was one. Or tries such
+ * inputs again: {@code replay FILE...}.
  */
 public final class FuzzProgram {
   private static final int PROGRESS_SECONDS = 10;
@@ -17,6 +18,9 @@ public final class FuzzProgram {
   private FuzzProgram() {}
 
   public static void main(String[] arguments) throws IOException {
+    if (arguments[0].equals("replay")) {
+      System.exit(replay(List.of(arguments).subList(1, arguments.length)));
+    }
     long count = Long.parseLong(arguments[0]);
     long seed = Long.parseLong(arguments[1]);
     long seconds = Long.parseLong(arguments[2]);
@@ -31,6 +35,25 @@ public final class FuzzProgram {
       System.exit(2);
     }
     System.exit(run(targets, count, seed, seconds, folder, System.out) == 0 ? 0 : 1);
+  }
+
+  private static int replay(List<String> files) throws IOException {
+    int failures = 0;
+    try (FuzzRun run = new FuzzRun(FuzzTargets.all(Files.createTempDirectory("fuzz")))) {
+      for (String file : files) {
+        String name = Path.of(file).getFileName().toString().replaceAll("-[0-9]+$", "");
+        for (FuzzTarget target : run.targets()) {
+          if (target.name().equals(name)) {
+            FuzzRun.Outcome outcome = run.outcome(target, Files.readAllBytes(Path.of(file)));
+            failures += outcome.fault() == null ? 0 : 1;
+            String words = outcome.fault() != null ? "fails: " + outcome.fault()
+                : outcome.refusal() != null ? "is refused: " + outcome.refusal() : "is accepted";
+            System.out.println(file + " " + words);
+          }
+        }
+      }
+    }
+    return failures == 0 ? 0 : 1;
   }
 
   private static long run(List<FuzzTarget> targets, long count, long seed, long seconds,

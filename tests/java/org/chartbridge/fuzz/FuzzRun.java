@@ -97,11 +97,13 @@ final class FuzzRun implements AutoCloseable {
   Outcome outcome(FuzzTarget target, byte[] input) {
     noise.reset();
     long[] cpu = new long[1];
+    Throwable[] cause = new Throwable[1];
     Future<String> answer = worker.submit(() -> {
       long begin = threads.getCurrentThreadCpuTime();
       try {
         return target.reader().read(input);
       } catch (ChartException e) {
+        cause[0] = e.getCause();
         return e.getMessage() == null ? "" : e.getMessage();
       } finally {
         cpu[0] = threads.getCurrentThreadCpuTime() - begin;
@@ -118,15 +120,15 @@ final class FuzzRun implements AutoCloseable {
     } catch (java.util.concurrent.ExecutionException e) {
       return new Outcome(null, "threw " + e.getCause() + first(e.getCause().getStackTrace()));
     }
-    return new Outcome(refusal, fault(refusal, cpu[0]));
+    return new Outcome(refusal, fault(refusal, cause[0], cpu[0]));
   }
 
-  private String fault(String refusal, long cpuNanos) {
+  private String fault(String refusal, Throwable cause, long cpuNanos) {
     if (refusal != null && refusal.isEmpty()) {
       return "an empty message";
     }
     if (refusal != null && FAULT.matcher(refusal).find()) {
-      return refusal;
+      return cause == null ? refusal : refusal + first(cause.getStackTrace());
     }
     if (cpuNanos > MOST_CPU_SECONDS * 1_000_000_000) {
       return "took " + cpuNanos / 1_000_000 + " ms";

@@ -253,7 +253,7 @@ class NestingTest {
     assertEquals("line 1, column 377: texts are nested more than 32 levels deep",
         export(DOCUMENT + "<paragraph>" + nested("<emphasis>", "a", "</emphasis>", 33)
             + "</paragraph></document>", "html"));
-    assertEquals("line 1, column 271: lists are nested more than 16 levels deep",
+    assertEquals("line 1, column 254: lists are nested more than 16 levels deep",
         export(DOCUMENT + nested("<list><item>a", "", "</item></list>", 17) + "</document>",
             "html"));
   }

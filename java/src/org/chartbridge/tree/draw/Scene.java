@@ -53,9 +53,9 @@ final class Scene {
     return of.hasMean() ? numbers.number(of.mean()) : of.prediction();
   }
 
-  /** The colour index of a class, or -1. */
+  /** The colour index of a class; -1 when there is no such class or no prediction. */
   int classIndex(String value) {
-    return statistics.classes().indexOf(value);
+    return value == null ? -1 : statistics.classes().indexOf(value);
   }
 
   int passing(TreeNode node) {
