@@ -3,6 +3,7 @@ package org.chartbridge.image.input;
 
 import java.awt.image.BufferedImage;
 import java.io.ByteArrayInputStream;
+import java.io.EOFException;
 import java.io.IOException;
 import java.util.Locale;
 import javax.imageio.ImageIO;
@@ -55,10 +56,17 @@ final class PixelReader {
     } catch (ChartException e) {
       throw e;
     } catch (IOException | RuntimeException e) {
-      throw damaged(e.getMessage() == null ? e.toString() : e.getMessage(), e);
+      throw damaged(reason(e), e);
     } finally {
       reader.dispose();
     }
+  }
+
+  private static String reason(Exception e) {
+    if (e instanceof EOFException) {
+      return "it is cut off";
+    }
+    return e.getMessage() == null ? "its parts do not fit each other" : e.getMessage();
   }
 
   private void checkSize(int width, int height) {

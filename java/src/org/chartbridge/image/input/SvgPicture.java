@@ -6,6 +6,7 @@ import java.awt.Graphics2D;
 import java.awt.RenderingHints;
 import java.awt.geom.Dimension2D;
 import java.awt.image.BufferedImage;
+import java.io.UncheckedIOException;
 import java.lang.ref.WeakReference;
 import java.util.regex.Matcher;
 import java.util.regex.Pattern;
@@ -15,8 +16,12 @@ import org.apache.batik.bridge.BridgeException;
 import org.apache.batik.bridge.DocumentLoader;
 import org.apache.batik.bridge.GVTBuilder;
 import org.apache.batik.gvt.GraphicsNode;
+import org.apache.batik.parser.ParseException;
 import org.chartbridge.chart.ChartException;
 import org.chartbridge.image.Picture;
+import org.chartbridge.xml.XmlElement;
+import org.w3c.css.sac.CSSException;
+import org.w3c.dom.DOMException;
 import org.w3c.dom.Document;
 import org.w3c.dom.Element;
 
@@ -39,13 +44,63 @@ public final class SvgPicture {
    * @throws ChartException when it is damaged, refers to something outside or is too large
    */
   public static Picture read(byte[] bytes) {
-    Document document = SvgDocument.read(bytes);
+    SvgDocument source = SvgDocument.read(bytes);
+    Document document = source.document();
     try {
-      BridgeContext context = context(document);
+      Context context = new Context(new SvgRules(viewport(document.getDocumentElement())));
+      context.prepare(document);
+      checkExpansion(source);
       GraphicsNode drawing = new GVTBuilder().build(context, document);
+      SvgDashes.check(drawing);
       return picture(context.getDocumentSize(), drawing);
     } catch (BridgeException e) {
-      throw new ChartException("The SVG image cannot be drawn: " + reason(e) + ".", e);
+      XmlElement place = e.getElement() == null ? null : source.place(e.getElement());
+      String where = place == null ? "" : place.position() + ": ";
+      throw new ChartException("The SVG image cannot be drawn: " + where + reason(e) + ".", e);
+    } catch (ChartException e) {
+      throw e;
+    } catch (RuntimeException e) {
+      throw undrawable(e);
+    }
+  }
+
+  private static void checkExpansion(SvgDocument source) {
+    try {
+      SvgExpansion.check(source);
+    } catch (ChartException e) {
+      throw new ChartException("The SVG image: " + e.getMessage(), e);
+    }
+  }
+
+  /** The library says so in many ways that it does not know what to do with a document. */
+  private static ChartException undrawable(RuntimeException e) {
+    boolean worded = e instanceof DOMException || e instanceof ParseException
+        || e instanceof CSSException || e.getClass() == IllegalArgumentException.class;
+    String reason = worded && e.getMessage() != null
+        ? cleaned(e.getMessage()) : "the SVG library can make nothing of a part of it";
+    return new ChartException("The SVG image cannot be drawn: " + reason + ".", e);
+  }
+
+  private static void paint(GraphicsNode drawing, Graphics2D graphics) {
+    try {
+      drawing.paint(graphics);
+    } catch (ChartException | UncheckedIOException e) {
+      throw e;
+    } catch (RuntimeException e) {
+      throw undrawable(e);
+    }
+  }
+
+  /** Knows the styles of a document before anything of it is built. */
+  private static final class Context extends BridgeContext {
+    Context(SvgRules rules) {
+      super(rules, new DocumentLoader(rules));
+      setDynamicState(STATIC);
+    }
+
+    void prepare(Document document) {
+      setDocument(document);
+      initializeDocument(document);
     }
   }
 
@@ -72,13 +127,6 @@ public final class SvgPicture {
     return image;
   }
 
-  private static BridgeContext context(Document document) {
-    SvgRules rules = new SvgRules(viewport(document.getDocumentElement()));
-    BridgeContext context = new BridgeContext(rules, new DocumentLoader(rules));
-    context.setDynamicState(BridgeContext.STATIC);
-    return context;
-  }
-
   private static Dimension viewport(Element root) {
     Matcher box = VIEW_BOX.matcher(root.getAttributeNS(null, "viewBox"));
     if (!box.matches()) {
@@ -103,13 +151,17 @@ public final class SvgPicture {
       throw new ChartException("The SVG image has " + (long) width + " x " + (long) height
           + " pixels; at most 100 million are drawn.");
     }
-    return new Picture((int) width, (int) height, 1, drawing::paint);
+    return new Picture((int) width, (int) height, 1,
+        graphics -> paint(drawing, graphics));
   }
 
   /** The library's messages begin with the address of the document, which has none here. */
   private static String reason(BridgeException e) {
-    String message = String.valueOf(e.getMessage()).strip();
-    return message.replaceAll("\\s+", " ").replaceAll("^\\S*:-?[0-9]+ ", "")
+    return cleaned(String.valueOf(e.getMessage()));
+  }
+
+  private static String cleaned(String message) {
+    return message.replace(SvgDocument.ADDRESS, "").strip().replaceAll("\\s+", " ").replaceAll("^\\S*:-?[0-9]+ ", "")
         .replaceAll("\\.$", "");
   }
 }

@@ -397,6 +397,84 @@ class ImageConversionTest {
             .getBytes(UTF_8), ImageType.PNG));
   }
 
+  @ParameterizedTest
+  @CsvSource(delimiter = '|', value = {
+      "<regt/>|found <regt>, which is no element of SVG 1.1",
+      "<rect width='3' height='3' stroke='red' stroke-width='-1'/>"
+          + "|found stroke-width \"-1\"; it cannot be negative",
+      "<rect style='stroke: red; stroke-width: -1'/>"
+          + "|found stroke-width \"-1\"; it cannot be negative",
+      "<path d='M0 0h9' stroke='red' stroke-dasharray='3 -2'/>"
+          + "|found stroke-dasharray \"3 -2\"; it cannot be negative",
+      "<text font-size='-5'>a</text>|found font-size \"-5\"; it cannot be negative",
+      "<svg viewBox='a'/>|found viewBox \"a\", expected four numbers",
+      "<filter id='f'><feMorphology radius='100000'/></filter>"
+          + "|found radius \"100000\"; at most 1000 is drawn",
+      "<filter id='f'><feConvolveMatrix order='1000000'/></filter>"
+          + "|found order \"1000000\"; at most 50 is drawn",
+      "<filter id='f'><feDiffuseLighting/></filter>"
+          + "|<feDiffuseLighting> has no light in it, such as <feDistantLight>"})
+  void saysWhereAValueCannotBeDrawn(String inside, String reason) throws IOException {
+    String message = svgError(inside);
+    assertTrue(message.matches("The SVG image: line 1, column [0-9]+: .*"), message);
+    assertTrue(message.endsWith(": " + reason), message);
+  }
+
+  @ParameterizedTest
+  @CsvSource(delimiter = '|', value = {
+      "<rect width='-5' height='3'/>|The attribute \"width\" of the element <rect> cannot be"
+          + " negative.",
+      "<use href='#nix'/>|Cannot find the referenced element: \"#nix\" specified on the element"
+          + " <use> - may be a problem of 'id'."})
+  void givesThePlaceOfWhatTheLibraryRefuses(String inside, String reason) throws IOException {
+    String message = svgError(inside);
+    assertTrue(message.matches("The SVG image cannot be drawn: line 1, column [0-9]+: .*"),
+        message);
+    assertTrue(message.endsWith(": " + reason), message);
+  }
+
+  @ParameterizedTest
+  @ValueSource(strings = {
+      "<pattern id='p' width='4' height='4' patternUnits='userSpaceOnUse'>"
+          + "<rect width='2' height='2' fill='url(#p)'/></pattern><rect fill='url(#p)'/>",
+      "<mask id='m'><rect mask='url(#m)'/></mask>",
+      "<clipPath id='c'><rect style='clip-path: url(#c)'/></clipPath>",
+      "<marker id='m'><path d='M0 0h1' marker-end='url(#m)'/></marker>",
+      "<style>.a { fill: url(#p) }</style><pattern id='p'><g class='a'><rect/></g></pattern>",
+      "<g fill='url(#p)'><pattern id='p'><rect/></pattern></g>"})
+  void partsCannotContainThemselves(String inside) throws IOException {
+    String message = svgError(inside);
+    assertTrue(message.endsWith(" contains itself by way of what it refers to"), message);
+  }
+
+  @Test
+  void partsThatAreSharedContainNoneOfThemselves() throws IOException {
+    String inside = "<g fill='url(#g)' clip-path='url(#c)'><linearGradient id='g'><stop"
+        + " offset='0' stop-color='red'/></linearGradient><clipPath id='c'><rect width='10'"
+        + " height='10'/></clipPath><rect width='10' height='10'/></g>";
+    assertColor(0xFFFF0000,
+        converted((SVG + inside + "</svg>").getBytes(UTF_8), ImageType.PNG), 5, 5, 0);
+  }
+
+  @Test
+  void usesCannotNestElementsWithoutEnd() throws IOException {
+    StringBuilder chain = new StringBuilder("<path id='a0' d='M0 0'/>");
+    for (int i = 1; i < 20; i++) {
+      chain.append("<g id='a").append(i).append("'>").append("<g>".repeat(100));
+      chain.append("<use href='#a").append(i - 1).append("'/>").append("</g>".repeat(101));
+    }
+    String message = svgError(chain.toString());
+    assertTrue(message.endsWith(
+        "with all that references repeat, elements are nested more than 512 levels deep"), message);
+  }
+
+  @Test
+  void dashesAreCountedBeforeTheyAreDrawn() throws IOException {
+    assertEquals("The SVG image: the lines of it have more than a million dashes"
+        + " (stroke-dasharray).", svgError(
+            "<path d='M0 0h1e9' stroke='red' stroke-dasharray='0.001'/>"));
+  }
+
   @Test
   void useCannotMultiplyWithoutEnd() throws IOException {
     StringBuilder bomb = new StringBuilder("<g id='a0'><path d='M0 0'/></g>");
@@ -405,19 +483,19 @@ class ImageConversionTest {
       bomb.append(("<use href='#a" + (i - 1) + "'/>").repeat(10)).append("</g>");
     }
     String message = svgError(bomb.toString());
-    assertTrue(message.endsWith("with all that <use> repeats there are more than 1000000 elements"),
+    assertTrue(message.endsWith("with all that references repeat there are more than 1000000 elements"),
         message);
     message = svgError("<g id='a'><use href='#b'/></g><g id='b'><use href='#a'/></g>");
     assertEquals(
-        "The SVG image: line 1, column 107: <g> contains itself by way of <use>", message);
+        "The SVG image: line 1, column 107: <g> contains itself by way of what it refers to", message);
     StringBuilder chain = new StringBuilder("<g id='a0'/>");
     for (int i = 0; i < 60; i++) {
       chain.append("<use id='a" + (i + 1) + "' href='#a" + i + "'/>");
     }
     message = svgError(chain.toString());
-    assertTrue(message.endsWith("<use> is nested deeper than 50"), message);
+    assertTrue(message.endsWith("references lead into each other more than 50 deep"), message);
     message = svgError("<use href='#a60'/>" + chain);
-    assertTrue(message.endsWith("<use> is nested deeper than 50"), message);
+    assertTrue(message.endsWith("references lead into each other more than 50 deep"), message);
     int end = chain.indexOf("<use id='a51'");
     converted((SVG + chain.substring(0, end) + "</svg>").getBytes(UTF_8), ImageType.PNG);
   }
