@@ -19,6 +19,10 @@ import org.apache.fop.fonts.FontUris;
  * them.
  */
 public final class PdfFonts {
+  static {
+    LibraryLogs.silence();
+  }
+
   private PdfFonts() {}
 
   /** A new set for one document; it remembers which fonts and characters that document uses. */

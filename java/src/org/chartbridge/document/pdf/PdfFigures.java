@@ -26,6 +26,7 @@ final class PdfFigures implements AutoCloseable {
   }
 
   private final List<String> own = new ArrayList<>();
+  private final MemoryStreams streams = new MemoryStreams();
 
   /** The figure of a URI, or null. */
   static Illustration find(String uri) {
@@ -44,5 +45,6 @@ final class PdfFigures implements AutoCloseable {
   public void close() {
     own.forEach(FIGURES::remove);
     own.clear();
+    streams.close();
   }
 }

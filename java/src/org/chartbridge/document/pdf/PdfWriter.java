@@ -17,6 +17,7 @@ import org.chartbridge.document.export.DocumentWriter;
 import org.chartbridge.document.export.ExportSettings;
 import org.chartbridge.document.model.Document;
 import org.chartbridge.document.model.Metadata;
+import org.chartbridge.image.LibraryLogs;
 
 /**
  * Writes PDF: pages with numbers, bookmarks, embedded fonts, figures as vectors, and a structure
@@ -24,6 +25,10 @@ import org.chartbridge.document.model.Metadata;
  */
 public final class PdfWriter implements DocumentWriter {
   private static final float PIXELS_PER_INCH = 96;
+
+  static {
+    LibraryLogs.silence();
+  }
 
   @Override
   public void write(Document document, ExportSettings settings, OutputStream out)

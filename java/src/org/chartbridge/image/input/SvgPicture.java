@@ -18,6 +18,7 @@ import org.apache.batik.bridge.GVTBuilder;
 import org.apache.batik.gvt.GraphicsNode;
 import org.apache.batik.parser.ParseException;
 import org.chartbridge.chart.ChartException;
+import org.chartbridge.image.LibraryLogs;
 import org.chartbridge.image.Picture;
 import org.chartbridge.xml.XmlElement;
 import org.w3c.css.sac.CSSException;
@@ -34,6 +35,10 @@ public final class SvgPicture {
 
   private static final Pattern VIEW_BOX = Pattern.compile(
       "\\s*\\S+[\\s,]+\\S+[\\s,]+([0-9.]+)[\\s,]+([0-9.]+)\\s*");
+
+  static {
+    LibraryLogs.silence();
+  }
 
   private SvgPicture() {}
 
