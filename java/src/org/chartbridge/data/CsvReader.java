@@ -35,6 +35,8 @@ public final class CsvReader {
 
   private CsvTokenizer fields;
   private List<String> names;
+  /** The names with their positions; searching the list for each would take their square. */
+  private Map<String, Integer> positions;
   /** By position in the header; null for a column that nobody asked for. */
   private ColumnBuilder[] builders;
 
@@ -114,9 +116,12 @@ public final class CsvReader {
   private void openAndReadHeader() {
     fields = new CsvTokenizer(data);
     names = new ArrayList<>();
+    positions = new HashMap<>();
     while (fields.next()) {
       checkForm(names.size());
-      names.add(columnName(names.size()));
+      String name = columnName(names.size());
+      positions.put(name, names.size());
+      names.add(name);
       if (fields.endsRecord()) {
         return;
       }
@@ -135,8 +140,8 @@ public final class CsvReader {
       throw new ChartException("CSV line " + fields.line() + ": field " + (index + 1)
           + " of the header is empty; every column needs a name.");
     }
-    int first = names.indexOf(name);
-    if (first >= 0) {
+    Integer first = positions.get(name);
+    if (first != null) {
       throw new ChartException("CSV line " + fields.line() + ": the column name \"" + name
           + "\" stands twice in the header, in fields " + (first + 1) + " and " + (index + 1)
           + ".");
@@ -149,7 +154,7 @@ public final class CsvReader {
       return;
     }
     for (String name : wanted) {
-      if (!names.contains(name)) {
+      if (!positions.containsKey(name)) {
         throw Table.missingColumn(name, names);
       }
     }
