@@ -250,6 +250,8 @@ public final class ChartImager {
       throw new ChartException("The picture cannot be written: " + cause.getMessage() + ".", e);
     } catch (RuntimeException e) {
       throw new ChartException(fault + e, e);
+    } catch (StackOverflowError e) {
+      throw ChartException.tooLittleStack(e);
     } catch (OutOfMemoryError e) {
       throw new ChartException(
           "The Java heap is full; choose a smaller size or less data, or give the JVM more memory"

@@ -78,7 +78,9 @@ public final class VizConverter {
       return conversion.get();
     } catch (ChartException e) {
       throw e;
-    } catch (RuntimeException | StackOverflowError e) {
+    } catch (StackOverflowError e) {
+      throw ChartException.tooLittleStack(e);
+    } catch (RuntimeException e) {
       throw new ChartException("The conversion failed unexpectedly: " + e, e);
     } catch (OutOfMemoryError e) {
       throw new ChartException(
@@ -104,7 +106,11 @@ public final class VizConverter {
       return conversion.apply(source);
     } catch (ChartException e) {
       errorMessage = e.getMessage();
-    } catch (RuntimeException | StackOverflowError e) {
+    } catch (StackOverflowError e) {
+      errorMessage = ChartException.tooLittleStack(e).getMessage();
+    } catch (OutOfMemoryError e) {
+      errorMessage = "the Java heap is full; give the JVM more memory (-Xmx)";
+    } catch (RuntimeException e) {
       // A mistake of this library; the host still gets an answer, and the name tells us where to
       // look.
       errorMessage = "the conversion failed unexpectedly: " + e;

@@ -17,6 +17,12 @@ public class ChartException extends RuntimeException {
     super(oneLine(message), cause);
   }
 
+  /** What to tell when a thread runs out of stack, which inputs alone cannot bring about. */
+  public static ChartException tooLittleStack(StackOverflowError e) {
+    return new ChartException(
+        "The thread that calls has too little stack for this; give it 1 MB or more.", e);
+  }
+
   /** The text with every run of line breaks, tabs and spaces around them as one space. */
   public static String oneLine(String text) {
     return text == null

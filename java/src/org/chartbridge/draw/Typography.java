@@ -14,6 +14,9 @@ import java.util.Map;
  * that a layout fits all.
  */
 final class Typography {
+  /** No room takes a text of so many characters uncut. */
+  private static final int LONGEST = 5000;
+
   static final String ELLIPSIS = "\u2026";
   private static final FontRenderContext CONTEXT = new FontRenderContext(null, true, true);
   private static final double LEADING = 1.22;
@@ -143,7 +146,10 @@ final class Typography {
   List<String> wrap(String text, Font font, double room, int most) {
     List<String> lines = new ArrayList<>();
     for (String paragraph : text.strip().split("\\R")) {
-      wrapParagraph(paragraph, font, room, lines);
+      wrapParagraph(paragraph, font, room, most, lines);
+      if (lines.size() > most) {
+        break;
+      }
     }
     if (lines.size() > most) {
       String last = lines.get(most - 1) + " " + lines.get(most);
@@ -154,7 +160,7 @@ final class Typography {
     return lines;
   }
 
-  private void wrapParagraph(String text, Font font, double room, List<String> lines) {
+  private void wrapParagraph(String text, Font font, double room, int most, List<String> lines) {
     String line = "";
     for (String word : text.split(SPACES)) {
       String joint = line.isEmpty() ? "" : " ";
@@ -164,6 +170,9 @@ final class Typography {
           line = longer;
         } else {
           lines.add(cut(line, font, room));
+          if (lines.size() > most) {
+            return;
+          }
           line = piece;
         }
         joint = "";
@@ -174,6 +183,9 @@ final class Typography {
 
   /** Whether every word of the text fits the room, so that wrapping need not cut. */
   boolean wordsFit(String text, Font font, double room) {
+    if (text.length() > LONGEST) {
+      return false;
+    }
     for (String word : text.split(SPACES + "|" + BREAK_IN_WORD)) {
       if (width(word, font) > room) {
         return false;

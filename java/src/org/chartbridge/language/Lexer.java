@@ -23,6 +23,9 @@ final class Lexer {
   private final List<Token> tokens = new ArrayList<>();
   private int at;
   private int baseIndent = -1;
+  /** The line whose end was looked for last, since a line may hold very many texts. */
+  private int knownStart = -1;
+  private int knownEnd = -1;
 
   private Lexer(String source) {
     this.source = source;
@@ -94,10 +97,15 @@ final class Lexer {
   }
 
   private int lineEnd(int from) {
+    if (from >= knownStart && from <= knownEnd) {
+      return knownEnd;
+    }
     int end = from;
     while (end < source.length() && source.charAt(end) != '\n' && source.charAt(end) != '\r') {
       end++;
     }
+    knownStart = from;
+    knownEnd = end;
     return end;
   }
 

@@ -89,7 +89,9 @@ public final class ExKvoAdapter {
       return failed("the output cannot be written: " + reason(e.getCause()));
     } catch (OutOfMemoryError e) {
       return failed("the Java heap is full; give the JVM more memory (-Xmx)");
-    } catch (RuntimeException | StackOverflowError | LinkageError e) {
+    } catch (StackOverflowError e) {
+      return failed(ChartException.tooLittleStack(e).getMessage());
+    } catch (RuntimeException | LinkageError e) {
       return failed("the export failed by a fault of the exporter: " + e);
     }
     String answer = failedBefore ? "" : null;

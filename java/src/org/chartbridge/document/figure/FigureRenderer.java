@@ -60,7 +60,10 @@ public final class FigureRenderer {
       throw new ChartException(e.getMessage(), e);
     } catch (ChartException e) {
       throw new ChartException(place(figure) + e.getMessage(), e);
-    } catch (RuntimeException | StackOverflowError e) {
+    } catch (StackOverflowError e) {
+      throw new ChartException(
+          place(figure) + ChartException.tooLittleStack(e).getMessage(), e);
+    } catch (RuntimeException e) {
       throw new ChartException(
           place(figure) + "it cannot be drawn, by a fault of the drawing: " + e, e);
     }

@@ -71,7 +71,9 @@ public final class TreeReader {
     } catch (UncheckedIOException e) {
       throw new TreeException(
           "The picture cannot be written: " + e.getCause().getMessage() + ".", e);
-    } catch (RuntimeException | StackOverflowError e) {
+    } catch (StackOverflowError e) {
+      throw ChartException.tooLittleStack(e);
+    } catch (RuntimeException e) {
       throw new TreeException("The tree cannot be drawn, by a fault of the drawing: " + e, e);
     } catch (OutOfMemoryError e) {
       throw new TreeException("The Java heap is full; show less of the tree, or give the JVM more"

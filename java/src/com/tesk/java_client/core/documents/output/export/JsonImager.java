@@ -157,7 +157,9 @@ public final class JsonImager {
     } catch (UncheckedIOException e) {
       IOException cause = e.getCause();
       throw new ChartException("The chart cannot be written: " + cause.getMessage() + ".", e);
-    } catch (RuntimeException | StackOverflowError e) {
+    } catch (StackOverflowError e) {
+      throw ChartException.tooLittleStack(e);
+    } catch (RuntimeException e) {
       throw new ChartException("The chart cannot be exported, by a fault of the export: " + e, e);
     } catch (OutOfMemoryError e) {
       throw new ChartException(

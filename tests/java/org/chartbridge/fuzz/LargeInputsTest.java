@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: Apache-2.0
+package org.chartbridge.fuzz;
+
+import static java.nio.charset.StandardCharsets.UTF_8;
+import static org.junit.jupiter.api.Assertions.assertNull;
+import static org.junit.jupiter.api.Assertions.assertTrue;
+
+import com.tesk.charteditor.ChartImager;
+import com.tesk.vizconverter.VizConverter;
+import java.lang.management.ManagementFactory;
+import java.lang.management.ThreadMXBean;
+import java.nio.ByteBuffer;
+import java.util.stream.Collectors;
+import java.util.stream.IntStream;
+import org.junit.jupiter.api.Test;
+
+/**
+ * Inputs that are large in one way take a time that grows no faster than they do. What is bounded
+ * is processor time, which says the same on a busy machine; each bound is many times what is
+ * needed, and a fraction of what the square of the size would take.
+ */
+class LargeInputsTest {
+  private static final double MOST_SECONDS = 3;
+
+  private static void quick(Runnable work) {
+    ThreadMXBean threads = ManagementFactory.getThreadMXBean();
+    long begin = threads.getCurrentThreadCpuTime();
+    work.run();
+    double seconds = (threads.getCurrentThreadCpuTime() - begin) / 1e9;
+    assertTrue(seconds < MOST_SECONDS, seconds + " s");
+  }
+
+  private static String joined(int count, String prefix, String separator) {
+    return IntStream.range(0, count).mapToObj(i -> prefix + i)
+        .collect(Collectors.joining(separator));
+  }
+
+  private static void render(String chart, String data) {
+    new ChartImager().RenderToMem(chart.getBytes(UTF_8), ByteBuffer.wrap(data.getBytes(UTF_8)), 5,
+        100, null, null, null, null);
+  }
+
+  @Test
+  void dataOfManyColumns() {
+    int count = 200_000;
+    String data = joined(count, "c", ",") + "\n" + joined(count, "", ",") + "\n";
+    quick(() -> render("draw point: x c0, y c" + (count - 1), data));
+  }
+
+  @Test
+  void manyTextsOnOneLine() {
+    String chart = "column a: category \"x\"\npalette " + joined(70_000, "\"k", "\", ") + "\"";
+    quick(() -> new VizConverter().ConvertGPL(chart.getBytes(UTF_8)));
+  }
+
+  @Test
+  void columnsInAnOrderOfManyTexts() {
+    String order = joined(70_000, "\"k", "\" < ") + "\"";
+    String chart = "column a: category " + order + "\ndraw bar: x a\n";
+    quick(() -> {
+      VizConverter converter = new VizConverter();
+      converter.ConvertGPL(chart.getBytes(UTF_8));
+      assertNull(converter.getErrorMessage());
+    });
+  }
+
+  @Test
+  void labelsOfManyWords() {
+    String data = "a,b\n" + "x ".repeat(1_000_000) + ",1\n";
+    quick(() -> render("draw bar: x a, y b", data));
+  }
+}
