@@ -10,8 +10,15 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "host/ChildSignal.h"
+#include "host/FloatScope.h"
+#include "host/JavaDescriptors.h"
+#include "host/JavaThreadStart.h"
 #include "host/JvmLocator.h"
+#include "host/LocaleScope.h"
 #include "host/OptionText.h"
+#include "host/SignalScope.h"
+#include "host/SuspendSignal.h"
 
 namespace chartbridge {
 namespace {
@@ -87,6 +94,7 @@ const char* NameOf(jint error) {
 }  // namespace
 
 JavaVM* JvmLauncher::Launch() {
+  const FloatScope floats;
   if (!LoadLibrary() || !CollectOptions()) return nullptr;
   std::string reason;
   if (_settings.guard && !_guard.Load(_settings.guardLibrary, reason)) {
@@ -104,13 +112,13 @@ bool JvmLauncher::LoadLibrary() {
     return false;
   }
   _library = location.library;
-  void* library = dlopen(_library.c_str(), RTLD_NOW | RTLD_GLOBAL);
-  if (library == nullptr) {
+  _handle = dlopen(_library.c_str(), RTLD_NOW | RTLD_GLOBAL);
+  if (_handle == nullptr) {
     _error = std::string("cannot start Java: ") + dlerror();
     return false;
   }
-  _create = reinterpret_cast<CreateFunction>(dlsym(library, "JNI_CreateJavaVM"));
-  _getCreated = reinterpret_cast<GetCreatedFunction>(dlsym(library, "JNI_GetCreatedJavaVMs"));
+  _create = reinterpret_cast<CreateFunction>(dlsym(_handle, "JNI_CreateJavaVM"));
+  _getCreated = reinterpret_cast<GetCreatedFunction>(dlsym(_handle, "JNI_GetCreatedJavaVMs"));
   if (_create != nullptr && _getCreated != nullptr) return true;
   _error = "cannot start Java: " + _library + " is not a JVM";
   return false;
@@ -123,6 +131,7 @@ bool JvmLauncher::CollectOptions() {
     return false;
   }
   if (_settings.leaveSignalsToHost) _options.push_back("-Xrs");
+  AddHostOptions();
   if (Environment("DISPLAY").empty() && !HasOption(given, "-Djava.awt.headless")) {
     _options.push_back("-Djava.awt.headless=true");
   }
@@ -140,6 +149,32 @@ bool JvmLauncher::CollectOptions() {
   return true;
 }
 
+// What a guest in a host's process does without. An option that the host or the user gives comes
+// later, and counts.
+void JvmLauncher::AddHostOptions() {
+  // Tools that attach to the process, which leave /tmp/.java_pid<number> behind.
+  _options.push_back("-XX:+DisableAttachMechanism");
+  // Counters for such tools, in /tmp/hsperfdata_<user>.
+  _options.push_back("-XX:-UsePerfData");
+  // A warning about a method that is bound again: see host/JavaThreadStart.h.
+  _options.push_back("-Xlog:jni+resolve=off");
+}
+
+// The JVM, with the process otherwise as it was.
+jint JvmLauncher::CreateBesideHost(JavaVM** vm, JavaVMInitArgs& arguments) {
+  const LocaleScope locale;
+  const SignalScope signals;
+  const SuspendSignal suspend;
+  JavaDescriptors::Begin(_library);
+  void* created = nullptr;
+  const jint result = _create(vm, &created, &arguments);
+  if (result != JNI_OK) return result;
+  auto* env = static_cast<JNIEnv*>(created);
+  BlockSignalsInJavaThreads(env, _handle);
+  KeepChildSignal(env);
+  return result;
+}
+
 JavaVM* JvmLauncher::Create() {
   std::vector<JavaVMOption> options;
   // First, as the JVM uses them from there on.
@@ -151,10 +186,9 @@ JavaVM* JvmLauncher::Create() {
   JavaVMInitArgs arguments{JNI_VERSION_1_8, static_cast<jint>(options.size()), options.data(),
                            JNI_FALSE};
   JavaVM* vm = nullptr;
-  void* env = nullptr;
   captured.clear();
   capturing = true;
-  const jint result = _create(&vm, &env, &arguments);
+  const jint result = CreateBesideHost(&vm, arguments);
   capturing = false;
   const std::string printed = CapturedLine();
   if (result == JNI_OK) {

@@ -30,7 +30,9 @@ class JvmLauncher {
 
   bool LoadLibrary();
   bool CollectOptions();
+  void AddHostOptions();
   JavaVM* Create();
+  jint CreateBesideHost(JavaVM** vm, JavaVMInitArgs& arguments);
   JavaVM* Existing() const;
   JavaVM* Guarded(JavaVM* vm);
 
@@ -38,6 +40,7 @@ class JvmLauncher {
   GuardLibrary _guard;
   CreateFunction _create = nullptr;
   GetCreatedFunction _getCreated = nullptr;
+  void* _handle = nullptr;
   std::string _library;
   std::vector<std::string> _options;
   std::string _error;

@@ -8,6 +8,7 @@
 #include "host/DebugText.h"
 #include "host/GuardBuffers.h"
 #include "host/PendingException.h"
+#include "host/JavaDescriptors.h"
 #include "host/RunningJvm.h"
 
 namespace chartbridge {
@@ -51,6 +52,7 @@ LocalFrame::~LocalFrame() {
   GuardBuffers::FreeSince(_frame->mark);
   _frame->env->PopLocalFrame(nullptr);
   delete _frame;
+  JavaDescriptors::MarkNowAndThen();
 }
 
 }  // namespace chartbridge

@@ -6,6 +6,8 @@
 #include <mutex>
 #include <string>
 
+#include "host/FloatScope.h"
+#include "host/JavaDescriptors.h"
 #include "host/JvmLauncher.h"
 #include "host/JvmSettings.h"
 #include "host/TemplateCallback.h"
@@ -42,6 +44,7 @@ bool RunningJvm::Start() {
   JavaVM* vm = launcher.Launch();
   if (vm == nullptr) Tell(settings, launcher.Error());
   if (vm != nullptr) BindTemplateCallback(vm);
+  JavaDescriptors::Mark();
   theVm.store(vm, std::memory_order_release);
   return vm != nullptr;
 }
@@ -50,6 +53,7 @@ bool RunningJvm::Destroy() {
   const std::lock_guard<std::mutex> lock(startMutex);
   JavaVM* vm = Get();
   if (vm == nullptr || Attach() == nullptr) return false;
+  const FloatScope floats;
   theVm.store(nullptr, std::memory_order_release);
   ended = true;
   return vm->DestroyJavaVM() == JNI_OK;
@@ -70,6 +74,7 @@ JNIEnv* RunningJvm::Attach() {
   if (own != nullptr) return own;
   JavaVM* vm = Get();
   void* env = nullptr;
+  const FloatScope floats;
   // A daemon: an attached thread must not keep the JVM from ending.
   if (vm == nullptr || vm->AttachCurrentThreadAsDaemon(&env, nullptr) != JNI_OK) return nullptr;
   return static_cast<JNIEnv*>(env);

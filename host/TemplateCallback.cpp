@@ -3,6 +3,8 @@
 
 #include <dlfcn.h>
 
+#include "host/FloatScope.h"
+
 namespace chartbridge {
 namespace {
 
@@ -30,6 +32,7 @@ bool BindTemplateCallback(JavaVM* vm) {
   void* function = dlsym(RTLD_DEFAULT, kFunction);
   void* own = nullptr;
   if (function == nullptr) return false;
+  const FloatScope floats;
   const bool wasAttached = vm->GetEnv(&own, JNI_VERSION_1_8) == JNI_OK;
   if (!wasAttached && vm->AttachCurrentThreadAsDaemon(&own, nullptr) != JNI_OK) return false;
   auto* env = static_cast<JNIEnv*>(own);

@@ -1,0 +1,219 @@
+// SPDX-License-Identifier: Apache-2.0
+// A host that compares its process before and after everything that the library does in it:
+// host_process_probe <case> [argument]. It prints what it sees as lines.
+#include <dirent.h>
+#include <fcntl.h>
+#include <fenv.h>
+#include <signal.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <clocale>
+#include <cstdlib>
+#include <cstring>
+#include <functional>
+#include <iostream>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "chart/ViZEditor.h"
+#include "convert/VizConverter.h"
+#include "export/ExAccessor.h"
+#include "host/JvmSettings.h"
+#include "host/JvmThreads.h"
+#include "host/LocalFrame.h"
+#include "json/jsonEditor.h"
+#include "platform/TeskJVM.h"
+#include "tests/integration/ProcessState.h"
+#include "tests/integration/ReadFile.h"
+#include "tree/TreeEditor.h"
+
+using chartbridge::JvmSettings;
+using chartbridge::LocalFrame;
+using chartbridge::ProcessState;
+using chartbridge::ReadFile;
+
+namespace {
+
+constexpr char kExamples[] = CHARTBRIDGE_TEST_EXAMPLES;
+
+void Say(const std::string& line) { std::cout << line << std::endl; }
+
+std::string Example(const std::string& name) { return ReadFile(std::string(kExamples) + "/" + name); }
+
+std::string theChart;
+std::string theData;
+
+bool Start() {
+  JvmSettings settings;
+  settings.classPath = {CHARTBRIDGE_TEST_RUNTIME_JAR};
+  settings.options = {"-XX:ErrorFile=hs_err.log", "-XX:-CreateCoredumpOnCrash"};
+  chartbridge::SetJvmSettings(settings);
+  return TeskJVM::GetInstance()->StartJVM();
+}
+
+bool Convert() {
+  JNIEnv* env = TeskJVM::GetInstance()->GetEnv();
+  VizConverter::GetInstance()->StartConverter(env);
+  const LocalFrame frame;
+  return VizConverter::GetInstance()->GPLtoXML(Example("charts/cars.gpl"), theChart);
+}
+
+bool DrawChart(const char* name, ViZEditor::IMAGE_TYPE type) {
+  const LocalFrame frame;
+  return ViZEditor::GetInstance()->RenderToFileHeadless(
+      theChart, reinterpret_cast<const unsigned char*>(theData.data()), theData.size(), name, type,
+      100, "", "", "", "", false);
+}
+
+bool FirstChart() {
+  ViZEditor::GetInstance()->StartEditorHeadless(TeskJVM::GetInstance()->GetEnv());
+  return DrawChart("chart.png", ViZEditor::IMAGE_PNG);
+}
+
+bool OtherFormats() {
+  return DrawChart("chart.svg", ViZEditor::IMAGE_SVG) &&
+         DrawChart("chart.pdf", ViZEditor::IMAGE_PDF) &&
+         DrawChart("chart.jpg", ViZEditor::IMAGE_JPEG);
+}
+
+bool OnAnotherThread() {
+  bool isDone = false;
+  std::thread([&isDone] {
+    isDone = DrawChart("other.png", ViZEditor::IMAGE_PNG);
+    chartbridge::DetachCurrentThread();
+  }).join();
+  return isDone;
+}
+
+bool Tree() {
+  JNIEnv* env = TeskJVM::GetInstance()->GetEnv();
+  TreeEditor::GetInstance()->StartEditorHeadless(env);
+  TreeEditor::GetInstance()->StartEditor(env, "", "");
+  const LocalFrame frame;
+  return TreeEditor::GetInstance()->RenderToFileHeadless(Example("trees/iris.pmml"), "", "tree.png",
+                                                         TreeEditor::IMAGE_PNG, false);
+}
+
+bool Json() {
+  const LocalFrame frame;
+  jsonEditor::GetInstance()->StartEditorHeadless(TeskJVM::GetInstance()->GetEnv());
+  jsonEditor* editor = jsonEditor::GetInstance();
+  editor->setFilePath("chart.vl.json");
+  return editor->RenderChartJSON(
+      "<chart xmlns=\"urn:chartbridge:chart:2\"><data>a,b\nx,1\ny,2\n</data>"
+      "<elements><bar><x column=\"a\"/><y column=\"b\"/></bar></elements></chart>",
+      {}, {});
+}
+
+bool Document() {
+  const std::unique_ptr<ExAccessor> exporter(ExAccessor::CreateInstance());
+  const LocalFrame frame;
+  const std::string path = std::string(kExamples) + "/documents/air-quality.xml";
+  bool isDone = exporter->CreateOutputDocument(ReadFile(path), path);
+  for (const char* name : {"report.pdf", "report.html", "report.odt", "report.txt"}) {
+    isDone = isDone && exporter->ExportOutput(std::string("{\"output\":\"") + name + "\"}");
+  }
+  return isDone;
+}
+
+const struct {
+  const char* name;
+  bool (*run)();
+} kSteps[] = {{"start", Start},
+              {"conversion", Convert},
+              {"first chart", FirstChart},
+              {"other formats", OtherFormats},
+              {"another thread", OnAnotherThread},
+              {"tree", Tree},
+              {"json", Json},
+              {"document", Document}};
+
+void OnSignal(int) {}
+
+// A host that has its own of everything that it can have.
+void OwnEverything() {
+  struct sigaction action {};
+  action.sa_handler = OnSignal;
+  action.sa_flags = SA_RESTART;
+  for (int signal = 1; signal < SIGRTMAX; ++signal) sigaction(signal, &action, nullptr);
+  sigset_t blocked;
+  sigemptyset(&blocked);
+  sigaddset(&blocked, SIGUSR1);
+  sigaddset(&blocked, SIGWINCH);
+  pthread_sigmask(SIG_BLOCK, &blocked, nullptr);
+  umask(027);
+  fesetround(FE_TOWARDZERO);
+  feenableexcept(FE_DIVBYZERO | FE_INVALID | FE_OVERFLOW);
+}
+
+void SayNew(const std::vector<std::string>& lines, std::set<std::string>& said) {
+  for (const std::string& line : lines) {
+    if (said.insert(line).second) Say("  " + line);
+  }
+}
+
+// Every step, and what is different from the time before the first one afterwards: each difference
+// once, after the step that made it.
+void Compare(const std::string& kind) {
+  if (std::setlocale(LC_ALL, std::getenv("PROBE_LOCALE")) == nullptr) Say("no such locale");
+  theData = Example("data/cars.csv");
+  if (kind == "own") OwnEverything();
+  const ProcessState before = chartbridge::CaptureProcessState();
+  std::set<std::string> said;
+  for (const auto& step : kSteps) {
+    const bool isDone = step.run();
+    const ProcessState after = chartbridge::CaptureProcessState();
+    Say(std::string(step.name) + (isDone ? ": done" : ": failed"));
+    SayNew(chartbridge::Differences(before, after), said);
+    SayNew(chartbridge::ThreadsThatTakeSignals(), said);
+  }
+}
+
+constexpr int kTraps = FE_DIVBYZERO | FE_INVALID | FE_OVERFLOW;
+
+bool DrawSome(int count) {
+  bool isDone = true;
+  for (int i = 0; i < count; ++i) {
+    isDone = DrawChart(i % 2 == 0 ? "soak.png" : "soak.svg",
+                       i % 2 == 0 ? ViZEditor::IMAGE_PNG : ViZEditor::IMAGE_SVG) &&
+             isDone;
+    const LocalFrame frame;
+    JNIEnv* env = TeskJVM::GetInstance()->GetEnv();
+    // Collections that this thread asks for, or does itself.
+    for (int k = 0; k < 20; ++k) env->NewByteArray(1 << 18);
+    isDone = !env->ExceptionCheck() && isDone;
+  }
+  return isDone && fegetexcept() == kTraps;
+}
+
+// A host that computes with traps draws for a while, on two threads.
+void Soak(const std::string& count) {
+  feenableexcept(kTraps);
+  theData = Example("data/cars.csv");
+  const bool isStarted = Start() && Convert() && FirstChart();
+  Say(isStarted ? "started" : "not started");
+  bool isDone = false;
+  std::thread other([&] {
+    isDone = DrawSome(std::stoi(count));
+    chartbridge::DetachCurrentThread();
+  });
+  const bool isOwnDone = DrawSome(std::stoi(count));
+  other.join();
+  Say(isDone && isOwnDone ? "drawn" : "not drawn");
+}
+
+using Case = void (*)(const std::string&);
+const std::map<std::string, Case> kCases = {{"Compare", Compare}, {"Soak", Soak}};
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  if (count < 2 || kCases.count(arguments[1]) == 0) return 2;
+  kCases.at(arguments[1])(count > 2 ? arguments[2] : "");
+  return 0;
+}
