@@ -7,6 +7,7 @@
 
 #include "guard/Caught.h"
 #include "guard/ElementBuffers.h"
+#include "guard/FloatTraps.h"
 #include "guard/GuardOptions.h"
 #include "guard/Guards.h"
 #include "guard/JavaErrors.h"
@@ -36,6 +37,7 @@ bool TakeFunctionTable(jvmtiEnv* jvmti) {
   jniNativeInterface* table = nullptr;
   if (jvmti->GetJNIFunctionTable(&table) != JVMTI_ERROR_NONE) return false;
   jvm = *table;
+  HoldTraps(jvm);
   jvmti->Deallocate(reinterpret_cast<unsigned char*>(table));
   return true;
 }
@@ -44,6 +46,7 @@ bool TakeFunctionTable(jvmtiEnv* jvmti) {
 bool ReplaceFunctions(jvmtiEnv* jvmti) {
   jniNativeInterface* table = nullptr;
   if (jvmti->GetJNIFunctionTable(&table) != JVMTI_ERROR_NONE) return false;
+  HoldTraps(*table);
   GuardReferences(*table);
   GuardLookups(*table);
   GuardCalls(*table);

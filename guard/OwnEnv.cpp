@@ -2,6 +2,7 @@
 #include "guard/OwnEnv.h"
 
 #include "guard/Caught.h"
+#include "guard/FloatTraps.h"
 
 namespace chartbridge {
 namespace {
@@ -17,6 +18,7 @@ JNIEnv* AskJvm() {
 // Never detached again: references that the thread makes from here on may be used by others.
 JNIEnv* Attach() {
   void* env = nullptr;
+  const TrapScope traps;
   JavaVMAttachArgs arguments{JNI_VERSION_1_8, nullptr, nullptr};
   if (theVm->AttachCurrentThreadAsDaemon(&env, &arguments) != JNI_OK) return nullptr;
   return static_cast<JNIEnv*>(env);
