@@ -3,13 +3,21 @@ package org.chartbridge.draw;
 
 import java.awt.BasicStroke;
 import java.awt.Graphics2D;
+import java.awt.Rectangle;
 import java.awt.RenderingHints;
+import java.awt.Shape;
 import java.awt.geom.Line2D;
+import java.awt.geom.Point2D;
 import java.awt.geom.Rectangle2D;
 import java.util.ArrayList;
 import java.util.List;
+import java.util.Map;
 import org.jfree.chart.axis.AxisSpace;
+import org.jfree.chart.axis.AxisState;
+import org.jfree.chart.plot.CrosshairState;
 import org.jfree.chart.plot.DatasetRenderingOrder;
+import org.jfree.chart.plot.PlotRenderingInfo;
+import org.jfree.chart.plot.PlotState;
 import org.jfree.chart.plot.XYPlot;
 import org.jfree.ui.RectangleInsets;
 
@@ -34,8 +42,49 @@ final class PanelPlot {
     this.yAxis = yAxis;
     zeroLineX = baselineX && crossesZero(frame.x());
     zeroLineY = baselineY && crossesZero(frame.y());
-    plot = new XYPlot();
+    plot = new QuietPlot();
     setUp();
+  }
+
+  /**
+   * Draws what a panel has: its ground, the labels of its axes, the grid and the layers.
+   *
+   * <p>The chart library's own method asks for more, and with it for the colours of the desktop's
+   * windows. That loads a look and feel, also where there is no desktop, which costs time and looks
+   * into the environment of the host's process.
+   */
+  private static final class QuietPlot extends XYPlot {
+    private static final long serialVersionUID = 1L;
+
+    @Override
+    public void draw(Graphics2D g, Rectangle2D area, Point2D anchor, PlotState parent,
+        PlotRenderingInfo info) {
+      Rectangle2D inner = wholePixels(area);
+      if (inner.isEmpty()) {
+        return;
+      }
+      drawBackground(g, inner);
+      Map<?, ?> axes = drawAxes(g, area, inner, info);
+      Shape clip = g.getClip();
+      g.clip(inner);
+      drawDomainGridlines(g, inner, ticks(axes.get(getDomainAxis())));
+      drawRangeGridlines(g, inner, ticks(axes.get(getRangeAxis())));
+      for (int layer = 0; layer < getDatasetCount(); layer++) {
+        render(g, inner, layer, info, new CrosshairState());
+      }
+      g.setClip(clip);
+    }
+
+    private static List<?> ticks(Object axis) {
+      return ((AxisState) axis).getTicks();
+    }
+
+    private static Rectangle2D wholePixels(Rectangle2D area) {
+      int left = (int) Math.ceil(area.getMinX());
+      int top = (int) Math.ceil(area.getMinY());
+      return new Rectangle(left, top, (int) Math.floor(area.getMaxX()) - left,
+          (int) Math.floor(area.getMaxY()) - top);
+    }
   }
 
   private static boolean crossesZero(AxisScale scale) {
