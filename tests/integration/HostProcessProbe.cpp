@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // A host that compares its process before and after everything that the library does in it:
 // host_process_probe <case> [argument]. It prints what it sees as lines.
-#include <dirent.h>
-#include <fcntl.h>
 #include <fenv.h>
 #include <signal.h>
 #include <sys/stat.h>
@@ -10,8 +8,7 @@
 
 #include <clocale>
 #include <cstdlib>
-#include <cstring>
-#include <functional>
+#include <filesystem>
 #include <iostream>
 #include <map>
 #include <memory>
@@ -174,7 +171,8 @@ void Compare(const std::string& kind) {
   }
 }
 
-constexpr int kTraps = FE_DIVBYZERO | FE_INVALID | FE_OVERFLOW;
+// Every trap there is: the JVM's own arithmetic hardly divides by zero, and is hardly ever exact.
+constexpr int kTraps = FE_ALL_EXCEPT;
 
 bool DrawSome(int count) {
   bool isDone = true;
@@ -207,8 +205,77 @@ void Soak(const std::string& count) {
   Say(isDone && isOwnDone ? "drawn" : "not drawn");
 }
 
+int SignalsTaken(int signal) {
+  struct sigaction action {};
+  sigaction(signal, nullptr, &action);
+  return (action.sa_flags & SA_SIGINFO) != 0 || action.sa_handler != SIG_DFL ? signal : 0;
+}
+
+void SuspendSignal(const std::string&) {
+  Say(Start() ? "started" : "not started");
+  const char* chosen = std::getenv("_JAVA_SR_SIGNUM");
+  Say(std::string("environment: ") + (chosen == nullptr ? "none" : chosen));
+  for (const int signal : {SIGUSR1, SIGUSR2, 40, SIGRTMAX}) {
+    if (SignalsTaken(signal) != 0) Say("taken: " + std::to_string(signal));
+  }
+}
+
+std::string AttachFile() { return "/tmp/.java_pid" + std::to_string(getpid()); }
+
+bool Exists(const std::string& path) { return access(path.c_str(), F_OK) == 0; }
+
+bool HasCounters() {
+  for (const auto& entry : std::filesystem::directory_iterator("/tmp")) {
+    const std::string name = entry.path().filename();
+    if (name.rfind("hsperfdata_", 0) == 0 && Exists(entry.path() / std::to_string(getpid()))) {
+      return true;
+    }
+  }
+  return false;
+}
+
+void Killed(const std::string&) {
+  Say(Start() ? "started" : "not started");
+  Say("attach file: " + std::to_string(Exists(AttachFile())));
+  Say("counters: " + std::to_string(HasCounters()));
+  raise(SIGKILL);
+}
+
+void Attachable(const std::string&) {
+  Say(Start() ? "started" : "not started");
+  Say("attach file: " + std::to_string(Exists(AttachFile())));
+  unlink(AttachFile().c_str());
+}
+
+jstring JNICALL RoundUp(JNIEnv*, jclass, jstring, jstring) {
+  fesetround(FE_UPWARD);
+  return nullptr;
+}
+
+// Java code whose native method changes the rounding.
+void JavaChanges(const std::string& traps) {
+  Say(Start() ? "started" : "not started");
+  if (traps == "traps") feenableexcept(kTraps);
+  JNIEnv* env = TeskJVM::GetInstance()->GetEnv();
+  jclass type = env->FindClass("com/tesk/charteditor/template/ApplyTemplate");
+  char name[] = "apply";
+  char signature[] = "(Ljava/lang/String;Ljava/lang/String;)Ljava/lang/String;";
+  const JNINativeMethod method = {name, signature, reinterpret_cast<void*>(&RoundUp)};
+  env->RegisterNatives(type, &method, 1);
+  env->CallStaticObjectMethod(type, env->GetStaticMethodID(type, name, signature), nullptr,
+                              nullptr);
+  const int rounding = fegetround();
+  const int left = fegetexcept();
+  fesetenv(FE_DFL_ENV);
+  Say(rounding == FE_UPWARD ? "rounding: up" : "rounding: another");
+  Say(left == 0 ? "traps: none" : left == kTraps ? "traps: own" : "traps: others");
+}
+
 using Case = void (*)(const std::string&);
-const std::map<std::string, Case> kCases = {{"Compare", Compare}, {"Soak", Soak}};
+const std::map<std::string, Case> kCases = {
+    {"Compare", Compare},       {"Soak", Soak},
+    {"SuspendSignal", SuspendSignal}, {"Killed", Killed},
+    {"Attachable", Attachable}, {"JavaChanges", JavaChanges}};
 
 }  // namespace
 
