@@ -34,7 +34,7 @@ void EnableX87Traps(unsigned short controls) {
 template <auto Member>
 struct TrapFreeCall;
 
-template <class R, class... A, R(JNICALL* JniTable::*Member)(JNIEnv*, A...)>
+template <class R, class... A, R (JNICALL* JniTable::*Member)(JNIEnv*, A...)>
 struct TrapFreeCall<Member> {
   static R JNICALL Call(JNIEnv* env, A... arguments) {
     if (__builtin_expect(!TrapScope::IsNeeded(), 1)) return function(env, arguments...);
@@ -94,20 +94,20 @@ void HoldStaticCalls(JniTable& table) {
 }
 
 void HoldFields(JniTable& table) {
-  HoldAll<&JniTable::GetObjectField, &JniTable::GetStaticObjectField, &JniTable::SetObjectField,
-          &JniTable::SetStaticObjectField, &JniTable::GetBooleanField,
-          &JniTable::GetStaticBooleanField, &JniTable::SetBooleanField,
-          &JniTable::SetStaticBooleanField, &JniTable::GetByteField, &JniTable::GetStaticByteField,
-          &JniTable::SetByteField, &JniTable::SetStaticByteField, &JniTable::GetCharField,
-          &JniTable::GetStaticCharField, &JniTable::SetCharField, &JniTable::SetStaticCharField,
-          &JniTable::GetShortField, &JniTable::GetStaticShortField, &JniTable::SetShortField,
-          &JniTable::SetStaticShortField, &JniTable::GetIntField, &JniTable::GetStaticIntField,
-          &JniTable::SetIntField, &JniTable::SetStaticIntField, &JniTable::GetLongField,
-          &JniTable::GetStaticLongField, &JniTable::SetLongField, &JniTable::SetStaticLongField,
-          &JniTable::GetFloatField, &JniTable::GetStaticFloatField, &JniTable::SetFloatField,
-          &JniTable::SetStaticFloatField, &JniTable::GetDoubleField,
-          &JniTable::GetStaticDoubleField, &JniTable::SetDoubleField,
-          &JniTable::SetStaticDoubleField>(table);
+  HoldAll<
+      &JniTable::GetObjectField, &JniTable::GetStaticObjectField, &JniTable::SetObjectField,
+      &JniTable::SetStaticObjectField, &JniTable::GetBooleanField, &JniTable::GetStaticBooleanField,
+      &JniTable::SetBooleanField, &JniTable::SetStaticBooleanField, &JniTable::GetByteField,
+      &JniTable::GetStaticByteField, &JniTable::SetByteField, &JniTable::SetStaticByteField,
+      &JniTable::GetCharField, &JniTable::GetStaticCharField, &JniTable::SetCharField,
+      &JniTable::SetStaticCharField, &JniTable::GetShortField, &JniTable::GetStaticShortField,
+      &JniTable::SetShortField, &JniTable::SetStaticShortField, &JniTable::GetIntField,
+      &JniTable::GetStaticIntField, &JniTable::SetIntField, &JniTable::SetStaticIntField,
+      &JniTable::GetLongField, &JniTable::GetStaticLongField, &JniTable::SetLongField,
+      &JniTable::SetStaticLongField, &JniTable::GetFloatField, &JniTable::GetStaticFloatField,
+      &JniTable::SetFloatField, &JniTable::SetStaticFloatField, &JniTable::GetDoubleField,
+      &JniTable::GetStaticDoubleField, &JniTable::SetDoubleField, &JniTable::SetStaticDoubleField>(
+      table);
 }
 
 void HoldArrays(JniTable& table) {
@@ -152,8 +152,8 @@ void HoldOthers(JniTable& table) {
           &JniTable::GetStringCritical, &JniTable::ReleaseStringCritical,
           &JniTable::NewWeakGlobalRef, &JniTable::DeleteWeakGlobalRef, &JniTable::ExceptionCheck,
           &JniTable::NewDirectByteBuffer, &JniTable::GetDirectBufferAddress,
-          &JniTable::GetDirectBufferCapacity, &JniTable::GetObjectRefType,
-          &JniTable::GetModule>(table);
+          &JniTable::GetDirectBufferCapacity, &JniTable::GetObjectRefType, &JniTable::GetModule>(
+      table);
 }
 
 }  // namespace

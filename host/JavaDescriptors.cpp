@@ -83,8 +83,9 @@ std::string TargetOf(int number) {
 
 bool EndsIn(const std::string& path, const std::string& ending) {
   if (path.size() < ending.size()) return false;
-  return std::equal(ending.begin(), ending.end(), path.end() - static_cast<long>(ending.size()),
-                    [](char a, char b) { return a == std::tolower(static_cast<unsigned char>(b)); });
+  return std::equal(
+      ending.begin(), ending.end(), path.end() - static_cast<long>(ending.size()),
+      [](char a, char b) { return a == std::tolower(static_cast<unsigned char>(b)); });
 }
 
 bool IsOfJava(const std::string& path, const std::string& home) {
@@ -126,7 +127,8 @@ void JavaDescriptors::Mark() {
   lastLook = Clock::now().time_since_epoch().count();
   for (const int number : Descriptors()) {
     if (!IsInherited(number) || !IsForReadingOnly(number)) continue;
-    if (state.ofHost.count(FileOf(number)) != 0 || !IsOfJava(TargetOf(number), state.home)) continue;
+    if (state.ofHost.count(FileOf(number)) != 0 || !IsOfJava(TargetOf(number), state.home))
+      continue;
     fcntl(number, F_SETFD, FD_CLOEXEC);
   }
 }

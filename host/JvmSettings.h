@@ -26,6 +26,10 @@ struct JvmSettings {
 
   /// JVM options as on the `java` command line, one per entry: `-Xmx2g`, `-Dname=value`.
   ///
+  /// Two that are the other way round here than elsewhere can be turned: tools cannot attach unless
+  /// `-XX:-DisableAttachMechanism` is given, and there are no counters for them unless
+  /// `-XX:+UsePerfData` is.
+  ///
   /// Options that the JVM rejects while it reads them make `TeskJVM::StartJVM` answer false. Some
   /// that it rejects later (a heap larger than the address space, an agent that does not load) make
   /// the JVM end the process; nobody can prevent that.
@@ -55,7 +59,9 @@ struct JvmSettings {
   /// Whether `-Xrs` is passed, so that the JVM leaves SIGHUP, SIGINT, SIGQUIT and SIGTERM to the
   /// host. The JVM always needs SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGPIPE and SIGXFSZ; handlers that
   /// the host had installed for them before the start are called for signals that are not the
-  /// JVM's. A host that installs such handlers later preloads the JVM's `libjsig.so`.
+  /// JVM's. A host that installs such handlers later preloads the JVM's `libjsig.so`. It stops
+  /// threads by the last free real-time signal, or by the one whose number is in the environment
+  /// variable `_JAVA_SR_SIGNUM`.
   bool leaveSignalsToHost = true;
 
   /// Receives messages (no line end), also from other threads. Unset: lines on standard error.

@@ -40,7 +40,9 @@ constexpr char kExamples[] = CHARTBRIDGE_TEST_EXAMPLES;
 
 void Say(const std::string& line) { std::cout << line << std::endl; }
 
-std::string Example(const std::string& name) { return ReadFile(std::string(kExamples) + "/" + name); }
+std::string Example(const std::string& name) {
+  return ReadFile(std::string(kExamples) + "/" + name);
+}
 
 std::string theChart;
 std::string theData;
@@ -272,10 +274,12 @@ void JavaChanges(const std::string& traps) {
 }
 
 using Case = void (*)(const std::string&);
-const std::map<std::string, Case> kCases = {
-    {"Compare", Compare},       {"Soak", Soak},
-    {"SuspendSignal", SuspendSignal}, {"Killed", Killed},
-    {"Attachable", Attachable}, {"JavaChanges", JavaChanges}};
+const std::map<std::string, Case> kCases = {{"Compare", Compare},
+                                            {"Soak", Soak},
+                                            {"SuspendSignal", SuspendSignal},
+                                            {"Killed", Killed},
+                                            {"Attachable", Attachable},
+                                            {"JavaChanges", JavaChanges}};
 
 }  // namespace
 

@@ -41,8 +41,8 @@ std::string Hex(unsigned long long value) {
 // itself (32 and 33), and the two by which Java stops and wakes its own threads, whose handlers are
 // Java's.
 bool IsOfThread(int signal) {
-  const std::set<int> signals{SIGSEGV, SIGBUS, SIGFPE,  SIGILL,  SIGTRAP,
-                              SIGSYS,  SIGKILL, SIGSTOP, 32, 33, SIGRTMAX - 2, SIGRTMAX};
+  const std::set<int> signals{SIGSEGV, SIGBUS,  SIGFPE, SIGILL, SIGTRAP,      SIGSYS,
+                              SIGKILL, SIGSTOP, 32,     33,     SIGRTMAX - 2, SIGRTMAX};
   return signals.count(signal) != 0;
 }
 
@@ -61,11 +61,10 @@ void AddSignals(ProcessState& state) {
     const bool isDefault = action.handler == nullptr;
     const bool isIgnored = action.handler == reinterpret_cast<void*>(1);
     state["signal " + std::to_string(signal)] =
-        isDefault ? "default"
-        : isIgnored
-            ? "ignored"
-            : "handler " + Hex(reinterpret_cast<unsigned long long>(action.handler)) + ", flags " +
-                  Hex(action.flags) + ", mask " + Hex(action.mask);
+        isDefault   ? "default"
+        : isIgnored ? "ignored"
+                    : "handler " + Hex(reinterpret_cast<unsigned long long>(action.handler)) +
+                          ", flags " + Hex(action.flags) + ", mask " + Hex(action.mask);
   }
 }
 
