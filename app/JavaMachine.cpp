@@ -32,9 +32,9 @@ const std::string& TemplatesFolder(const std::string& folder) {
 JvmSettings SettingsFor(const JavaOptions& options) {
   JvmSettings settings;
   settings.guard = options.guard;
-  // One picture does not pay for the optimising compiler or for collector threads.
-  settings.options = {"-XX:TieredStopAtLevel=1", "-XX:+UseSerialGC", "-XX:-UsePerfData"};
-  if (!options.screen) settings.options.emplace_back("-Djava.awt.headless=true");
+  // One picture does not pay for the optimising compiler.
+  settings.defaultOptions.emplace_back("-XX:TieredStopAtLevel=1");
+  if (!options.screen) settings.defaultOptions.emplace_back("-Djava.awt.headless=true");
   if (!options.templates.empty()) {
     settings.options.push_back("-Dchartbridge.templates=" + TemplatesFolder(options.templates));
   }

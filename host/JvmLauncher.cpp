@@ -11,6 +11,7 @@
 #include <cstdlib>
 
 #include "host/ChildSignal.h"
+#include "host/DefaultOptions.h"
 #include "host/FloatScope.h"
 #include "host/JavaDescriptors.h"
 #include "host/JavaThreadStart.h"
@@ -50,15 +51,6 @@ void PrintCapturedAtAbort() {
   if (capturing) std::fprintf(stderr, "cannot start Java: %s\n", CapturedLine().c_str());
 }
 
-bool StartsWith(const std::string& text, const std::string& start) {
-  return text.compare(0, start.size(), start) == 0;
-}
-
-bool HasOption(const std::vector<std::string>& options, const std::string& start) {
-  return std::any_of(options.begin(), options.end(),
-                     [&](const std::string& option) { return StartsWith(option, start); });
-}
-
 std::string Environment(const char* name) {
   const char* value = std::getenv(name);
   return value == nullptr ? std::string() : std::string(value);
@@ -74,6 +66,12 @@ std::string ClassPathOption(std::vector<std::string> entries) {
     option += (option.empty() ? "-Djava.class.path=" : ":") + entry;
   }
   return option;
+}
+
+// The `java` command knows these and makes a property of them; a JVM in a process does not.
+bool IsClassPathOfCommand(const std::string& option) {
+  const std::string name = option.substr(0, option.find('='));
+  return name == "-cp" || name == "-classpath" || name == "--class-path";
 }
 
 const char* NameOf(jint error) {
@@ -130,34 +128,43 @@ bool JvmLauncher::CollectOptions() {
     _error = "cannot start Java: TESK_JVM_OPTIONS has an open quote or ends in a backslash";
     return false;
   }
-  if (_settings.leaveSignalsToHost) _options.push_back("-Xrs");
-  AddHostOptions();
-  if (Environment("DISPLAY").empty() && !HasOption(given, "-Djava.awt.headless")) {
-    _options.push_back("-Djava.awt.headless=true");
+  for (const std::string& option : given) {
+    if (!IsClassPathOfCommand(option)) continue;
+    _error = "cannot start Java: " + option +
+             " is an option of the java command alone; the environment variable TESK_CLASSPATH "
+             "adds to the class path";
+    return false;
   }
-  if (!_settings.sharedArchive.empty() && access(_settings.sharedArchive.c_str(), R_OK) == 0) {
-    _options.push_back("-XX:SharedArchiveFile=" + _settings.sharedArchive);
-    _options.push_back("-Xshare:auto");
-    // An archive that does not fit is no news to a user: everything works, only the start is
-    // slower.
-    _options.push_back("-Xlog:cds=off");
-    _options.push_back("-Xlog:cds+dynamic=off");
-  }
+  const DefaultOptions defaults(given);
+  AddDefaults(defaults);
+  AddArchive(defaults);
   const std::string classPath = ClassPathOption(_settings.classPath);
   if (!classPath.empty()) _options.push_back(classPath);
   _options.insert(_options.end(), given.begin(), given.end());
   return true;
 }
 
-// What a guest in a host's process does without. An option that the host or the user gives comes
-// later, and counts.
-void JvmLauncher::AddHostOptions() {
-  // Tools that attach to the process, which leave /tmp/.java_pid<number> behind.
-  _options.push_back("-XX:+DisableAttachMechanism");
-  // Counters for such tools, in /tmp/hsperfdata_<user>.
-  _options.push_back("-XX:-UsePerfData");
+void JvmLauncher::AddDefaults(const DefaultOptions& defaults) {
+  std::vector<std::string> options = _settings.defaultOptions;
+  if (_settings.leaveSignalsToHost) options.push_back("-Xrs");
   // A warning about a method that is bound again: see host/JavaThreadStart.h.
-  _options.push_back("-Xlog:jni+resolve=off");
+  options.push_back("-Xlog:jni+resolve=off");
+  if (Environment("DISPLAY").empty()) options.push_back("-Djava.awt.headless=true");
+  for (const std::string& option : options) {
+    if (defaults.Holds(option)) _options.push_back(option);
+  }
+}
+
+void JvmLauncher::AddArchive(const DefaultOptions& defaults) {
+  if (_settings.sharedArchive.empty()) return;
+  const std::string option = "-XX:SharedArchiveFile=" + _settings.sharedArchive;
+  if (!defaults.Holds(option) || access(_settings.sharedArchive.c_str(), R_OK) != 0) return;
+  _options.push_back(option);
+  _options.push_back("-Xshare:auto");
+  // An archive that does not fit is no news to a user: everything works, only the start is slower.
+  for (const char* silence : {"-Xlog:cds=off", "-Xlog:cds+dynamic=off"}) {
+    if (defaults.Holds(silence)) _options.push_back(silence);
+  }
 }
 
 // The JVM, with the process otherwise as it was.

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "host/DefaultOptions.h"
 #include "host/GuardLibrary.h"
 #include "host/JvmSettings.h"
 
@@ -30,7 +31,8 @@ class JvmLauncher {
 
   bool LoadLibrary();
   bool CollectOptions();
-  void AddHostOptions();
+  void AddDefaults(const DefaultOptions& defaults);
+  void AddArchive(const DefaultOptions& defaults);
   JavaVM* Create();
   jint CreateBesideHost(JavaVM** vm, JavaVMInitArgs& arguments);
   JavaVM* Existing() const;

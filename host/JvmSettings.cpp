@@ -20,6 +20,15 @@ Store& TheStore() {
 
 }  // namespace
 
+std::vector<std::string> DefaultJvmOptions() {
+  return {"-XX:+UseSerialGC",
+          "-Xms16m",
+          "-XX:MinHeapFreeRatio=20",
+          "-XX:MaxHeapFreeRatio=40",
+          "-XX:-UsePerfData",
+          "-XX:+DisableAttachMechanism"};
+}
+
 void SetJvmSettings(JvmSettings settings) {
   const std::lock_guard<std::mutex> lock(TheStore().mutex);
   TheStore().settings = std::move(settings);

@@ -8,6 +8,19 @@
 
 namespace chartbridge {
 
+/// What `JvmSettings::defaultOptions` begins with, chosen for a host that runs for long and shares
+/// its machine:
+///
+/// - `-XX:+UseSerialGC`: no collector threads, and far less memory.
+/// - `-Xms16m`, `-XX:MinHeapFreeRatio=20`, `-XX:MaxHeapFreeRatio=40`: the Java heap begins small,
+///   grows no further than the work needs, and gives memory back after a large piece of work. How
+///   far it may grow is the JVM's choice, a quarter of the machine's memory.
+/// - `-XX:-UsePerfData`: no counters in a file of the temporary folder, which would stay behind a
+///   process that is killed.
+/// - `-XX:+DisableAttachMechanism`: no other process attaches, and no socket for it appears in the
+///   temporary folder.
+std::vector<std::string> DefaultJvmOptions();
+
 /// How the process's Java virtual machine is found and started.
 ///
 /// All texts are in the host's native encoding. Two environment variables add to what a host sets
@@ -34,6 +47,13 @@ struct JvmSettings {
   /// that it rejects later (a heap larger than the address space, an agent that does not load) make
   /// the JVM end the process; nobody can prevent that.
   std::vector<std::string> options;
+
+  /// Options that hold until `options`, `TESK_JVM_OPTIONS` or the JVM's own variables
+  /// (`JAVA_TOOL_OPTIONS`, `_JAVA_OPTIONS`) say otherwise: each is left out as soon as one of them
+  /// has an option for the same thing, under whatever name. So `-XX:+UseG1GC` replaces the serial
+  /// collector, and `-Xmx1g` whatever is set here about the size of the heap. Set before
+  /// `DefaultJvmOptions`; a host replaces, empties or extends them.
+  std::vector<std::string> defaultOptions = DefaultJvmOptions();
 
   /// A Java home to use. Empty: `JAVA_HOME`, else the JVM of the `java` on the path, else the
   /// distribution's default. A home that is named here or in `JAVA_HOME` is the only one tried: a

@@ -125,6 +125,22 @@ void ShowProperty(const std::string& name) {
   if (Jvm().IsStarted()) Show(name.c_str(), Property(name));
 }
 
+// With no option of the probe's own.
+void StartWithClasses(const std::string&) {
+  JvmSettings settings;
+  settings.classPath = {CHARTBRIDGE_TEST_JAR};
+  settings.message = [](const std::string& message) { Show("message", message); };
+  Start(settings);
+}
+
+void ShowDefaults(const std::string&) {
+  JvmSettings settings = Quiet();
+  settings.defaultOptions = {"-Dprobe.first=default", "-Dprobe.second=default"};
+  Start(settings);
+  Show("probe.first", Property("probe.first"));
+  Show("probe.second", Property("probe.second"));
+}
+
 void BeforeStart(const std::string&) {
   JNIEnv* env = reinterpret_cast<JNIEnv*>(&env);
   Show("started", Jvm().IsStarted());
@@ -330,6 +346,8 @@ const std::map<std::string, Case> kCases = {
     {"StartWithoutGuard", StartWithoutGuard},
     {"StartWithArchive", StartWithArchive},
     {"ShowProperty", ShowProperty},
+    {"StartWithClasses", StartWithClasses},
+    {"ShowDefaults", ShowDefaults},
     {"BeforeStart", BeforeStart},
     {"StartOnManyThreads", StartOnManyThreads},
     {"AttachManyThreads", AttachManyThreads},

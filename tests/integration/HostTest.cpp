@@ -177,6 +177,47 @@ TEST(JvmOptions, RefusesOpenQuote) {
   }
 }
 
+// The default collector, heap and the like make way, or the JVM would not start.
+TEST(JvmOptions, UserReplacesDefaults) {
+  std::vector<std::string> homes{DefaultJavaHome()};
+  if (!OtherJavaHome().empty()) homes.push_back(OtherJavaHome());
+  for (const std::string& home : homes) {
+    for (const char* option :
+         {"-XX:+UseG1GC", "-XX:+UseParallelGC", "-XX:+UseZGC", "-XX:-UseSerialGC", "-XX:-UseG1GC",
+          "-Xms64m", "-Xmx8m", "-XX:MaxHeapSize=100m", "-XX:MaxRAMPercentage=3", "-Xmn3m",
+          "-XX:MinHeapFreeRatio=85", "-XX:MaxHeapFreeRatio=45", "-XX:MinHeapSize=60m",
+          "-XX:+UsePerfData", "-XX:-DisableAttachMechanism", "-XX:-ReduceSignalUsage",
+          "-Xshare:off", "-XX:-TieredCompilation"}) {
+      const Environment environment{{"JAVA_HOME", home}, {"TESK_JVM_OPTIONS", option}};
+      EXPECT_EQ(Probe({"StartWithClasses"}, environment).output, "started=1\n") << home << option;
+    }
+  }
+}
+
+// Those that the JVM reads by itself count as well.
+TEST(JvmOptions, VariablesOfTheJvmReplaceDefaults) {
+  for (const char* name : {"JAVA_TOOL_OPTIONS", "_JAVA_OPTIONS"}) {
+    for (const char* option : {"-XX:+UseG1GC", "-Xmx8m"}) {
+      EXPECT_EQ(Probe({"StartWithClasses"}, {{name, option}}).output, "started=1\n") << option;
+    }
+  }
+}
+
+TEST(JvmOptions, TakesDefaultsOfTheHost) {
+  Expect(Probe({"ShowDefaults"}), "started=1\nprobe.first=default\nprobe.second=default\n");
+  Expect(Probe({"ShowDefaults"}, {{"TESK_JVM_OPTIONS", "-Dprobe.second=user"}}),
+         "started=1\nprobe.first=default\nprobe.second=user\n");
+}
+
+TEST(JvmOptions, SaysWhereTheClassPathGoes) {
+  for (const std::string option : {"-cp", "-classpath", "--class-path=x.jar"}) {
+    Expect(Probe({"StartWithClasses"}, {{"TESK_JVM_OPTIONS", option + " y.jar"}}),
+           "message=cannot start Java: " + option +
+               " is an option of the java command alone; the environment variable TESK_CLASSPATH "
+               "adds to the class path\nstarted=0\n");
+  }
+}
+
 TEST(JvmOptions, IsHeadlessWithoutDisplay) {
   const std::string name = "java.awt.headless";
   Expect(Probe({"ShowProperty", name}), "started=1\njava.awt.headless=true\n");
