@@ -12,6 +12,7 @@
 #include "app/JavaFailure.h"
 #include "app/JsonEditorSession.h"
 #include "app/JsonText.h"
+#include "app/MistakePlace.h"
 #include "app/ScratchFolder.h"
 #include "host/LocalFrame.h"
 
@@ -88,7 +89,9 @@ void ChartJsonExport::WriteTo(const std::string& file, const std::string& name,
   if (session.Editor().RenderChartJSON(chart, _maps, {})) return;
   const auto failure = JavaFailure::First(dumps.NewRecords());
   if (!failure) throw Failure(_chart->Name() + ": " + dumps.WhyEmpty());
-  throw Failure(Explain(*failure, name), failure->Stack());
+  std::string reason = failure->Reason();
+  if (_data) reason = WithOwnPlace(reason, *_chart, _data.get(), java.Env(), dumps);
+  throw Failure(Explain(*failure, reason, name), failure->Stack());
 }
 
 std::string ChartJsonExport::Text(const std::string& name, const JavaOptions& options) const {
@@ -116,8 +119,8 @@ void ChartJsonExport::Configure(jsonEditor& editor, const std::string& file) con
   editor.setJsonPath(_settings.dataFile.empty() ? file + ".data" : _settings.dataFile);
 }
 
-std::string ChartJsonExport::Explain(const JavaFailure& failure, const std::string& name) const {
-  const std::string reason = failure.Reason();
+std::string ChartJsonExport::Explain(const JavaFailure& failure, const std::string& reason,
+                                     const std::string& name) const {
   // Java got documents and knows no file names.
   const std::size_t number = DocumentNumber(reason);
   if (number >= 1 && number <= _settings.maps.size()) {
@@ -131,10 +134,15 @@ std::string ChartJsonExport::Explain(const JavaFailure& failure, const std::stri
   if (!_data && reason.rfind(kNoData, 0) == 0) {
     return _chart->Name() + ": the chart has no data of its own; name its data with --data";
   }
-  return Culprit(failure, name) + ": " + reason;
+  return Culprit(failure, reason, name) + ": " + reason;
 }
 
-std::string ChartJsonExport::Culprit(const JavaFailure& failure, const std::string& name) const {
+std::string ChartJsonExport::Culprit(const JavaFailure& failure, const std::string& reason,
+                                     const std::string& name) const {
+  // The chart names a column that the data lack.
+  if (failure.PassedThrough("org.chartbridge.data.ChartData.") && _data && !HasPlace(reason)) {
+    return _data->Name();
+  }
   if (failure.PassedThrough("org.chartbridge.data.CsvReader.") && _data) return _data->Name();
   if (failure.PassedThrough("org.chartbridge.image.OutputFiles.")) return name;
   if (failure.PassedThrough("org.chartbridge.vega.JsonText.in(")) return "--charset";

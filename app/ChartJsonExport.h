@@ -63,8 +63,10 @@ class ChartJsonExport {
  private:
   std::string ChartWithData(JNIEnv* env, const DumpFolder& dumps) const;
   void Configure(jsonEditor& editor, const std::string& file) const;
-  std::string Explain(const JavaFailure& failure, const std::string& name) const;
-  std::string Culprit(const JavaFailure& failure, const std::string& name) const;
+  std::string Explain(const JavaFailure& failure, const std::string& reason,
+                      const std::string& name) const;
+  std::string Culprit(const JavaFailure& failure, const std::string& reason,
+                      const std::string& name) const;
 
   ChartJsonSettings _settings;
   std::unique_ptr<InputFile> _chart;

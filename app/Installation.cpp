@@ -2,7 +2,6 @@
 #include "app/Installation.h"
 
 #include <filesystem>
-#include <fstream>
 #include <system_error>
 
 namespace chartbridge {
@@ -12,8 +11,6 @@ namespace {
 // From the executable's folder: bin/ of an installation, app/ of a build folder.
 constexpr const char* kFolders[] = {CHARTBRIDGE_INSTALLED_DATA, "../java"};
 constexpr const char* kJar = "chartbridge-runtime.jar";
-constexpr const char* kLibraries = "libraries.txt";
-constexpr const char* kSharedArchive = "chartbridge.jsa";
 constexpr const char* kViewerFolders[] = {CHARTBRIDGE_INSTALLED_DATA "/viewer", "../viewer"};
 constexpr const char* kViewerPage = "page.html";
 
@@ -30,10 +27,7 @@ Installation::Installation() {
   for (const char* candidate : kFolders) {
     const fs::path folder = (home / candidate).lexically_normal();
     if (fs::exists(folder / kJar, error)) {
-      _classPath.push_back(folder / kJar);
-      std::ifstream libraries(folder / kLibraries);
-      for (std::string jar; std::getline(libraries, jar);) _classPath.push_back(jar);
-      if (fs::exists(folder / kSharedArchive, error)) _sharedArchive = folder / kSharedArchive;
+      _jar = folder / kJar;
       return;
     }
     if (!_searchedFolders.empty()) _searchedFolders += ", ";

@@ -10,6 +10,7 @@
 #include "app/Installation.h"
 #include "app/NativeText.h"
 #include "app/SignalCleanup.h"
+#include "host/ClassArchive.h"
 #include "host/JvmSettings.h"
 #include "host/JvmThreads.h"
 #include "platform/TeskJVM.h"
@@ -47,12 +48,11 @@ JvmSettings SettingsFor(const JavaOptions& options) {
     return settings;
   }
   const Installation installation;
-  if (installation.ClassPath().empty()) {
+  if (installation.Jar().empty()) {
     throw Failure("the Java classes (chartbridge-runtime.jar) are not in " +
                   installation.SearchedFolders() + "; name them with --classpath");
   }
-  settings.classPath = installation.ClassPath();
-  settings.sharedArchive = installation.SharedArchive();
+  settings.classPath = {installation.Jar()};
   return settings;
 }
 
@@ -87,6 +87,8 @@ JavaMachine::~JavaMachine() {
     SignalCleanup::SetJavaRuns(false);
   }
   DestroyJvm();
+  // For the next run, where nobody has made it when this was installed.
+  MakeClassArchive();
 }
 
 }  // namespace chartbridge

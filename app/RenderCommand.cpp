@@ -13,6 +13,7 @@
 #include "app/Failure.h"
 #include "app/InputFile.h"
 #include "app/JavaFailure.h"
+#include "app/MistakePlace.h"
 #include "app/OutputFile.h"
 #include "app/PictureFormat.h"
 #include "app/StandardInput.h"
@@ -144,11 +145,11 @@ void RenderCommand::Render(const OutputFile& output) const {
 
   const LocalFrame frame;
   if (output.IsReplaceable()) {
-    if (!RenderToFile(chart, output)) FailWithReason(dumps);
+    if (!RenderToFile(chart, output)) FailWithReason(java.Env(), dumps);
     return;
   }
   std::string picture;
-  if (!RenderToMemory(chart, picture)) FailWithReason(dumps);
+  if (!RenderToMemory(chart, picture)) FailWithReason(java.Env(), dumps);
   output.Write(picture);
 }
 
@@ -174,9 +175,13 @@ bool RenderCommand::RenderToMemory(const std::string& chart, std::string& pictur
       _size, picture, html, json, _texts, _styleText, _locale, _style, false);
 }
 
-std::string RenderCommand::Culprit(const JavaFailure& failure) const {
+std::string RenderCommand::Culprit(const JavaFailure& failure, const std::string& reason) const {
   // Java got bytes and knows no file names; which of the inputs it was reading is in the stack.
   if (failure.PassedThrough("org.chartbridge.data.CsvReader.") && _dataFile) {
+    return _dataFile->Name();
+  }
+  // The chart names a column that the data lack.
+  if (failure.PassedThrough("org.chartbridge.data.ChartData.") && _dataFile && !HasPlace(reason)) {
     return _dataFile->Name();
   }
   if (failure.PassedThrough("org.chartbridge.draw.Style.parse") && !_styleFile.empty()) {
@@ -191,12 +196,16 @@ std::string RenderCommand::Culprit(const JavaFailure& failure) const {
   return _chartFile->Name();
 }
 
-void RenderCommand::FailWithReason(const DumpFolder& dumps) const {
+void RenderCommand::FailWithReason(JNIEnv* env, const DumpFolder& dumps) const {
   const auto failure = JavaFailure::First(dumps.NewRecords());
   if (!failure) throw Failure(_chartFile->Name() + ": " + dumps.WhyEmpty());
   const bool isChartRead = failure->PassedThrough("org.chartbridge.format.ChartReader.");
   if (_templateFile != nullptr && isChartRead) FailTemplated(*failure);
-  throw Failure(Culprit(*failure) + ": " + failure->Reason(), failure->Stack());
+  std::string reason = failure->Reason();
+  if (_templateFile != nullptr) {
+    reason = WithOwnPlace(reason, *_chartFile, _dataFile.get(), env, dumps);
+  }
+  throw Failure(Culprit(*failure, reason) + ": " + reason, failure->Stack());
 }
 
 void RenderCommand::FailTemplated(const JavaFailure& failure) const {

@@ -37,8 +37,8 @@ class RenderCommand : public Command {
   std::string ChartText(JNIEnv* env, const DumpFolder& dumps) const;
   bool RenderToFile(const std::string& chart, const OutputFile& output) const;
   bool RenderToMemory(const std::string& chart, std::string& picture) const;
-  std::string Culprit(const JavaFailure& failure) const;
-  [[noreturn]] void FailWithReason(const DumpFolder& dumps) const;
+  std::string Culprit(const JavaFailure& failure, const std::string& reason) const;
+  [[noreturn]] void FailWithReason(JNIEnv* env, const DumpFolder& dumps) const;
   [[noreturn]] void FailTemplated(const JavaFailure& failure) const;
 
   CLI::App* _command;

@@ -124,35 +124,40 @@ install(DIRECTORY "${man_dir}/" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPO
 
 # The class-data-sharing archive belongs to one JVM, one jar and one path of that jar, so the build
 # folder and the installation each have their own. It saves time and nothing else: where it cannot
-# be made, the command runs without it.
+# be made, everything runs without it.
 set(chartbridge_archive_script "${PROJECT_SOURCE_DIR}/cmake/MakeClassArchive.cmake")
-set(chartbridge_archive "${CMAKE_BINARY_DIR}/java/chartbridge.jsa")
 set(chartbridge_class_list "${CMAKE_BINARY_DIR}/java/chartbridge.classlist")
+set(chartbridge_archive_maker "${CMAKE_BINARY_DIR}/java/make-class-archive")
+file(COPY "${PROJECT_SOURCE_DIR}/java/make-class-archive" DESTINATION "${CMAKE_BINARY_DIR}/java")
 add_custom_command(
-  OUTPUT "${chartbridge_archive}" "${chartbridge_class_list}"
+  OUTPUT "${chartbridge_class_list}"
   COMMAND "${CMAKE_COMMAND}"
     -D "COMMAND=$<TARGET_FILE:chartbridge_app>"
     -D "EXAMPLES=${PROJECT_SOURCE_DIR}/examples"
-    -D "ARCHIVE=${chartbridge_archive}"
     -D "CLASS_LIST=${chartbridge_class_list}"
-    -D TRAIN=ON
+    -D "MAKER=${chartbridge_archive_maker}"
+    -D "JAVA_HOME=${JAVA_HOME}"
     -P "${chartbridge_archive_script}"
   DEPENDS chartbridge_app "${chartbridge_jar}" "${chartbridge_archive_script}"
+    "${PROJECT_SOURCE_DIR}/java/make-class-archive"
   COMMENT "Java: chartbridge.jsa"
   VERBATIM)
-add_custom_target(chartbridge_archive ALL DEPENDS "${chartbridge_archive}")
+add_custom_target(chartbridge_archive ALL DEPENDS "${chartbridge_class_list}")
 add_dependencies(chartbridge_archive jniguard chartbridge_jar)
 
 install(FILES "${chartbridge_class_list}"
         DESTINATION "${chartbridge_data_dir}" COMPONENT java)
+install(PROGRAMS "${PROJECT_SOURCE_DIR}/java/make-class-archive"
+        DESTINATION "${chartbridge_data_dir}" COMPONENT java)
+# For a staged installation it can only be made where the files will lie.
 install(CODE "
   if(\"\$ENV{DESTDIR}\" STREQUAL \"\")
-    execute_process(COMMAND \"${CMAKE_COMMAND}\"
-      -D \"COMMAND=\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}/chartbridge\"
-      -D \"EXAMPLES=${PROJECT_SOURCE_DIR}/examples\"
-      -D \"ARCHIVE=\${CMAKE_INSTALL_PREFIX}/${chartbridge_data_dir}/chartbridge.jsa\"
-      -D \"CLASS_LIST=\${CMAKE_INSTALL_PREFIX}/${chartbridge_data_dir}/chartbridge.classlist\"
-      -P \"${chartbridge_archive_script}\")
+    execute_process(COMMAND
+      \"\${CMAKE_INSTALL_PREFIX}/${chartbridge_data_dir}/make-class-archive\" \"${JAVA_HOME}\"
+      RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE output)
+    if(NOT status EQUAL 0)
+      message(STATUS \"no class-data-sharing archive: \${output}\")
+    endif()
   endif()" COMPONENT archive)
 
 include(Packages)

@@ -11,6 +11,7 @@ set(chartbridge_public_headers
   convert/graphBoardConverter.h
   export/ExAccessor.h
   guard/jniguard.h
+  host/ClassArchive.h
   host/DebugOutput.h
   host/JvmSettings.h
   host/JvmThreads.h

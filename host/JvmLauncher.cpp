@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "host/ArchivePlaces.h"
 #include "host/ChildSignal.h"
 #include "host/DefaultOptions.h"
 #include "host/FloatScope.h"
@@ -156,15 +157,22 @@ void JvmLauncher::AddDefaults(const DefaultOptions& defaults) {
 }
 
 void JvmLauncher::AddArchive(const DefaultOptions& defaults) {
-  if (_settings.sharedArchive.empty()) return;
-  const std::string option = "-XX:SharedArchiveFile=" + _settings.sharedArchive;
-  if (!defaults.Holds(option) || access(_settings.sharedArchive.c_str(), R_OK) != 0) return;
+  const std::string archive = Archive();
+  const std::string option = "-XX:SharedArchiveFile=" + archive;
+  if (!defaults.Holds(option) || access(archive.c_str(), R_OK) != 0) return;
   _options.push_back(option);
   _options.push_back("-Xshare:auto");
   // An archive that does not fit is no news to a user: everything works, only the start is slower.
   for (const char* silence : {"-Xlog:cds=off", "-Xlog:cds+dynamic=off"}) {
     if (defaults.Holds(silence)) _options.push_back(silence);
   }
+}
+
+std::string JvmLauncher::Archive() const {
+  if (!_settings.sharedArchive.empty() || _settings.classPath.empty()) {
+    return _settings.sharedArchive;
+  }
+  return ArchivePlaces(_library, _settings.classPath.front()).Find();
 }
 
 // The JVM, with the process otherwise as it was.

@@ -33,6 +33,7 @@ class JvmLauncher {
   bool CollectOptions();
   void AddDefaults(const DefaultOptions& defaults);
   void AddArchive(const DefaultOptions& defaults);
+  std::string Archive() const;
   JavaVM* Create();
   jint CreateBesideHost(JavaVM** vm, JavaVMInitArgs& arguments);
   JavaVM* Existing() const;

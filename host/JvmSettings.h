@@ -73,7 +73,9 @@ struct JvmSettings {
   std::string guardOptions;
 
   /// A class-data-sharing archive that shortens the start. Used when it fits the JVM and the class
-  /// path, ignored in silence otherwise. Empty: the JVM's own archive.
+  /// path, ignored in silence otherwise. Empty: the one that was made for this JVM and the first
+  /// jar of `classPath`, which lies beside that jar or in the user's cache (`MakeClassArchive`);
+  /// where there is none, the JVM's own. An option such as `-Xshare:auto` turns the search off.
   std::string sharedArchive;
 
   /// Whether `-Xrs` is passed, so that the JVM leaves SIGHUP, SIGINT, SIGQUIT and SIGTERM to the

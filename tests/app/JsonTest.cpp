@@ -262,7 +262,7 @@ TEST_F(JsonTest, WrongData) {
   EXPECT_THAT(short_row.errors, HasSubstr("bad.csv: CSV line 3 has 2 fields"));
   folder.Write("bad.csv", "region,revenue\nNorth,1\n");
   EXPECT_THAT(Run({"sales.gpl", "-d", "bad.csv", "-o", "out.json"}).errors,
-              HasSubstr("bad.csv: The data has no column \"product\""));
+              HasSubstr("sales.gpl: line 6, column 9: The data has no column \"product\""));
   folder.Write("bad.csv", "region,product,revenue\nN\xF6,Tea,1\n");
   ExpectFailure(Run({"sales.gpl", "-d", "bad.csv", "-o", "out.json"}),
                 "bad.csv: line 2: the byte 0xF6 is not UTF-8; the data must be saved as UTF-8");

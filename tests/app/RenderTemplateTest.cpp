@@ -178,7 +178,7 @@ TEST_F(RenderTemplateTest, BrokenChartsAreNamedAsEver) {
       "\"bar\"?");
   folder.Write("bad.csv", "region,product\nNorth,Tea\n");
   ExpectFailure({"sales.gpl", "-d", "bad.csv", "--template", "house.xml"},
-                "bad.csv: The data has no column \"revenue\"; its columns are region, product.");
+                "sales.gpl: line 5, column 5: The data has no column \"revenue\"; its columns are region, product.");
 }
 
 TEST_F(RenderTemplateTest, ContradictionNamesBoth) {

@@ -146,7 +146,7 @@ TEST_F(ViewTest, FailuresAreThoseOfTheChart) {
   const RunResult result = Run({"-o", "page.html"});
   EXPECT_EQ(result.exitCode, 1);
   EXPECT_THAT(result.errors,
-              StartsWith("chartbridge: sales.csv: The data has no column \"revenue\""));
+              StartsWith("chartbridge: sales.gpl: line 5, column 5: The data has no column \"revenue\""));
   EXPECT_EQ(folder.Read("page.html"), "old");
   EXPECT_THAT(folder.NewNames(), ElementsAre("page.html"));
 

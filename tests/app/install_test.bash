@@ -38,6 +38,7 @@ diff "$work/headers" - <<'HEADERS' || fail "the installed headers are not the pu
 ./convert/graphBoardConverter.h
 ./export/ExAccessor.h
 ./guard/jniguard.h
+./host/ClassArchive.h
 ./host/DebugOutput.h
 ./host/JvmSettings.h
 ./host/JvmThreads.h

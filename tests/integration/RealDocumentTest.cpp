@@ -161,7 +161,7 @@ TEST_F(RealDocument, SaysWhyAnExportFails) {
   const std::string path = PathTo("broken.html");
   EXPECT_FALSE(ExportTo(path));
   EXPECT_EQ(_exporter->getError(),
-            "line 2, column 1: the chart: The data has no column \"area\"; its columns are "
+            "line 2, column 33: the chart: The data has no column \"area\"; its columns are "
             "region.");
   EXPECT_FALSE(std::filesystem::exists(path));
   // Not an exception: Java answers with the text.

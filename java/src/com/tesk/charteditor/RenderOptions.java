@@ -43,7 +43,7 @@ final class RenderOptions {
   }
 
   private static Style style(Chart chart, String name, byte[] document) {
-    Style named = Style.named(name == null || name.isBlank() ? chart.style() : name.trim());
+    Style named = name == null || name.isBlank() ? Style.of(chart) : Style.named(name.trim());
     return document == null || document.length == 0 ? named : Style.parse(document, named);
   }
 

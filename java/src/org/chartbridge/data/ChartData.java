@@ -21,15 +21,35 @@ public final class ChartData {
    */
   public static Table read(ByteBuffer given, Chart chart) {
     if (given != null && given.hasRemaining()) {
-      return CsvReader.read(given, chart);
+      return readCsv(given, chart);
     }
     if (chart.data() != null) {
       byte[] own = chart.data().getBytes(StandardCharsets.UTF_8);
-      return CsvReader.read(ByteBuffer.wrap(own), chart);
+      return readCsv(ByteBuffer.wrap(own), chart);
     }
     if (!chart.showsData()) {
       return new Table(List.of(), 0);
     }
-    return CsvReader.read(ByteBuffer.allocate(0), chart);
+    return readCsv(ByteBuffer.allocate(0), chart);
+  }
+
+  /**
+   * Reads the columns that a chart shows.
+   *
+   * @param csv the bytes from the buffer's position to its limit, direct or not; the buffer itself
+   *     is left as it is
+   * @throws ChartException when the data are malformed or lack a column that the chart shows; that
+   *     mistake has the place where the chart names the column, if that is known
+   */
+  public static Table readCsv(ByteBuffer csv, Chart chart) {
+    ShownColumns shown = new ShownColumns(chart);
+    try {
+      return CsvReader.read(csv, chart.columns(), shown.names());
+    } catch (MissingColumnException e) {
+      if (chart.places().of(shown.path(e.column())) == null) {
+        throw e;
+      }
+      throw chart.error(shown.path(e.column()), e.getMessage(), e);
+    }
   }
 }

@@ -4,16 +4,12 @@ package org.chartbridge.data;
 import java.nio.ByteBuffer;
 import java.util.ArrayList;
 import java.util.HashMap;
-import java.util.LinkedHashSet;
 import java.util.List;
 import java.util.Map;
 import java.util.Set;
-import org.chartbridge.chart.Channel;
-import org.chartbridge.chart.Chart;
 import org.chartbridge.chart.ChartException;
 import org.chartbridge.chart.ColumnDeclaration;
 import org.chartbridge.chart.ColumnKind;
-import org.chartbridge.chart.Element;
 
 /**
  * Reads CSV data (RFC 4180, UTF-8, the column names in the first record) into a {@link Table}. Only
@@ -50,11 +46,6 @@ public final class CsvReader {
     }
   }
 
-  /** Reads the columns that a chart shows. */
-  public static Table read(ByteBuffer data, Chart chart) {
-    return read(data, chart.columns(), shownColumns(chart));
-  }
-
   /** Reads all columns, each by what it holds. */
   public static Table read(byte[] data) {
     return read(ByteBuffer.wrap(data), List.of(), null);
@@ -70,23 +61,6 @@ public final class CsvReader {
   public static Table read(
       ByteBuffer data, List<ColumnDeclaration> declarations, Set<String> wanted) {
     return new CsvReader(data, declarations, wanted).read();
-  }
-
-  private static Set<String> shownColumns(Chart chart) {
-    Set<String> names = new LinkedHashSet<>();
-    for (Element element : chart.elements()) {
-      Channel[] channels = {
-          element.x(), element.y(), element.color(), element.size(), element.label()};
-      for (Channel channel : channels) {
-        if (channel != null && channel.column() != null) {
-          names.add(channel.column());
-        }
-      }
-    }
-    if (chart.facet() != null) {
-      names.add(chart.facet().column());
-    }
-    return names;
   }
 
   private Table read() {

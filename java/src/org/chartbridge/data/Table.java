@@ -39,12 +39,12 @@ public final class Table {
     throw missingColumn(name, columns.stream().map(Column::name).toList());
   }
 
-  static ChartException missingColumn(String name, List<String> names) {
+  static MissingColumnException missingColumn(String name, List<String> names) {
     int shown = Math.min(names.size(), MAX_NAMES);
     String more = shown == names.size() ? "" : " and " + (names.size() - shown) + " more";
     String closest = Suggestions.closest(name, names);
-    return new ChartException("The data has no column \"" + name + "\"; its columns are "
-        + String.join(", ", names.subList(0, shown)) + more + "."
+    return new MissingColumnException(name, "The data has no column \"" + name
+        + "\"; its columns are " + String.join(", ", names.subList(0, shown)) + more + "."
         + (closest == null ? "" : " Did you mean \"" + closest + "\"?"));
   }
 }

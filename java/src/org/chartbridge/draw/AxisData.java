@@ -268,7 +268,7 @@ final class AxisData {
       return time ? plan.formats.timePattern(axis.format())
                   : plan.formats.numberPattern(axis.format());
     } catch (IllegalArgumentException | java.time.DateTimeException e) {
-      throw new ChartException("Axis " + name() + ": the format \"" + axis.format() + "\" is no "
+      throw error("format", "the format \"" + axis.format() + "\" is no "
           + (time ? "date pattern such as d MMM yyyy." : "number pattern such as #,##0.0."), e);
     }
   }
@@ -280,17 +280,23 @@ final class AxisData {
       return;
     }
     if (kind == ScaleKind.CATEGORY) {
-      throw new ChartException(
-          "Axis " + name() + ": min and max do not fit categories; drop them.");
+      String given = min == null ? "max" : "min";
+      throw error(given, "min and max do not fit categories; drop them.", null);
     }
     if (min != null && max != null && !(min < max)) {
-      throw new ChartException("Axis " + name() + ": min " + limitText(min)
-          + " is not below max " + limitText(max) + ".");
+      throw error(
+          "min", "min " + limitText(min) + " is not below max " + limitText(max) + ".", null);
     }
     boolean notPositive = min != null && !(min > 0) || max != null && !(max > 0);
     if (kind == ScaleKind.LOG && notPositive) {
-      throw new ChartException("Axis " + name() + ": min and max of a log scale must be above 0.");
+      String wrong = min != null && !(min > 0) ? "min" : "max";
+      throw error(wrong, "min and max of a log scale must be above 0.", null);
     }
+  }
+
+  /** A mistake of this axis in the chart: in its part of the name. */
+  private ChartException error(String part, String text, Exception cause) {
+    return plan.chart.error(name() + "." + part, "Axis " + name() + ": " + text, cause);
   }
 
   /** Where a row's value stands; NaN when it is missing. */
@@ -346,10 +352,10 @@ final class AxisData {
     }
     if (!(ends[0] < ends[1]) && (axis.min() != null || axis.max() != null)) {
       boolean low = axis.min() != null;
-      throw new ChartException("Axis " + name() + ": " + (low ? "min " : "max ")
+      throw error(low ? "min" : "max", (low ? "min " : "max ")
           + limitText(low ? axis.min() : axis.max())
           + " leaves no data in sight; the values run from " + limitText(extent.min()) + " to "
-          + limitText(extent.max()) + ".");
+          + limitText(extent.max()) + ".", null);
     }
     if (kind != ScaleKind.LOG) {
       checkRange(ends[0], ends[1]);

@@ -130,8 +130,8 @@ public final class ChartFacts {
     int index = e.fill == null ? e.seriesIndex : -1;
     String color = e.fill != null ? Look.hex(e.fill) : Look.hex(scene.inks.color(e.seriesIndex));
     Places places = new Places(e);
-    return new ElementFacts(e.name(), e.element, e.horizontal, e.x, e.y, e.xColumn, e.yColumn,
-        e.colorColumn, e.sizeColumn, e.labelColumn, e.continuousColor(), repeatsAxis(e),
+    return new ElementFacts(e.name(), e.path(), e.element, e.horizontal, e.x, e.y, e.xColumn,
+        e.yColumn, e.colorColumn, e.sizeColumn, e.labelColumn, e.continuousColor(), repeatsAxis(e),
         e.colors == null ? null : e.colors.title, LegendBuilder.seriesKey(plan, e), index, color,
         places.dodges(), places.shares, bins(e), cells(e, true), cells(e, false), sizes(e),
         crowded(e));

@@ -9,6 +9,7 @@ import org.chartbridge.data.Column;
  * An element with everything that its drawing has decided.
  *
  * @param name how messages call it, for example {@code Element 1 (bar)}
+ * @param path where the chart has it, in the words of {@link org.chartbridge.chart.Problem#path}
  * @param element the element as the chart has it
  * @param horizontal whether its positions run along the y axis and its measures along the x axis
  * @param x the channel of the x axis, filled in where the chart leaves it open; null for none
@@ -34,8 +35,8 @@ import org.chartbridge.data.Column;
  * @param crowded whether there are so many points that markers are smaller and without edge
  */
 public record ElementFacts(
-    String name, Element element, boolean horizontal, Channel x, Channel y, Column xColumn,
-    Column yColumn, Column colorColumn, Column sizeColumn, Column labelColumn,
+    String name, String path, Element element, boolean horizontal, Channel x, Channel y,
+    Column xColumn, Column yColumn, Column colorColumn, Column sizeColumn, Column labelColumn,
     boolean continuousColor, boolean repeatsAxis, String colorTitle, String series,
     int seriesIndex, String color, boolean dodges, boolean shares, Intervals bins, Cells xCells,
     Cells yCells, Sizes sizes, boolean crowded) {

@@ -19,6 +19,7 @@ import org.chartbridge.data.Column;
  */
 final class ElementPlan {
   final int index;
+  private final Plan plan;
   final Element element;
   final ElementKind kind;
   final Channel x;
@@ -38,6 +39,7 @@ final class ElementPlan {
 
   ElementPlan(Plan plan, int index, Element element) {
     this.index = index;
+    this.plan = plan;
     this.element = element;
     kind = element.kind();
     Channel givenX = element.x();
@@ -76,8 +78,18 @@ final class ElementPlan {
     return (kind == ElementKind.AREA ? "an " : "a ") + kindName();
   }
 
+  /** Where the chart has it, in the words of {@link org.chartbridge.chart.Problem#path}. */
+  String path() {
+    return "elements[" + index + "]";
+  }
+
   ChartException error(String channel, String text) {
-    return new ChartException(name() + ", " + channel + ": " + text);
+    return plan.chart.error(path() + "." + channel, name() + ", " + channel + ": " + text);
+  }
+
+  /** A mistake of the whole element; the text goes on after its name. */
+  ChartException error(String text) {
+    return plan.chart.error(path(), name() + text);
   }
 
   Channel position() {

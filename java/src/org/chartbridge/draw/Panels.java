@@ -18,6 +18,8 @@ final class Panels {
   private final int[] rows;
   private final String label;
 
+  private static final String PATH = "facet.column";
+
   private Panels(List<String> names, int[] rows, String label) {
     this.names = List.copyOf(names);
     this.rows = rows;
@@ -33,7 +35,7 @@ final class Panels {
     try {
       column = plan.table.column(facet.column());
     } catch (ChartException e) {
-      throw new ChartException("Facet: " + e.getMessage(), e);
+      throw plan.chart.error(PATH, "Facet: " + e.getMessage(), e);
     }
     java.util.TreeMap<Double, String> found = new java.util.TreeMap<>();
     for (int row = 0; row < column.size(); row++) {
@@ -45,11 +47,11 @@ final class Panels {
       }
     }
     if (found.isEmpty()) {
-      throw new ChartException("Facet: column \"" + column.name()
+      throw plan.chart.error(PATH, "Facet: column \"" + column.name()
           + "\" has no values; choose another column, or drop the facet.");
     }
     if (found.size() > MOST) {
-      throw new ChartException("Facet: column \"" + column.name() + "\" has " + found.size()
+      throw plan.chart.error(PATH, "Facet: column \"" + column.name() + "\" has " + found.size()
           + " different values, more than the " + MOST
           + " panels that fit a picture; choose a column "
           + "with fewer.");

@@ -14,7 +14,6 @@ import java.util.Comparator;
 import java.util.LinkedHashMap;
 import java.util.List;
 import java.util.Map;
-import org.chartbridge.chart.ChartException;
 
 /**
  * A pie: slices clockwise from the top, named beside it, or in the legend where there is no room
@@ -43,8 +42,8 @@ final class PieDrawing {
         java.util.function.DoubleUnaryOperator.identity(),
         java.util.function.DoubleUnaryOperator.identity()).groups());
     if (groups.isEmpty()) {
-      throw new ChartException(
-          element.name() + " has nothing to draw: no row has a value in all of its columns.");
+      throw element.error(
+          " has nothing to draw: no row has a value in all of its columns.");
     }
     groups.sort(
         Comparator.<Group>comparingDouble(group -> group.x).thenComparingInt(group -> group.color));

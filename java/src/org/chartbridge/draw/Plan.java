@@ -30,7 +30,7 @@ final class Plan {
   Plan(Chart chart, Table table, DrawOptions options) {
     this.chart = chart;
     this.table = table;
-    Style base = options.style() == null ? Style.named(chart.style()) : options.style();
+    Style base = options.style() == null ? Style.of(chart) : options.style();
     style = chart.palette().isEmpty()
         ? base : base.withPalette(Style.colors(chart.palette().toArray(String[]::new)));
     formats = new Formats(options.locale());
@@ -63,7 +63,8 @@ final class Plan {
     try {
       return table.column(name);
     } catch (ChartException e) {
-      throw new ChartException(element.name() + ", " + channel + ": " + e.getMessage(), e);
+      throw chart.error(element.path() + "." + channel,
+          element.name() + ", " + channel + ": " + e.getMessage(), e);
     }
   }
 

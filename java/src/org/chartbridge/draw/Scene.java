@@ -31,7 +31,7 @@ final class Scene {
       throw new ChartException("The chart has no element; add one, for example a bar.");
     }
     if (plan.table.rowCount() == 0 && plan.chart.showsData()) {
-      throw new ChartException("Element 1 ("
+      throw plan.chart.error("elements[0]", "Element 1 ("
           + plan.chart.elements().get(0).kind().name().toLowerCase(java.util.Locale.ROOT)
           + ") has nothing to draw: the data has no rows.");
     }
@@ -83,8 +83,8 @@ final class Scene {
   private void checkPie() {
     for (ElementPlan element : elements) {
       if (element.kind == ElementKind.PIE && elements.size() > 1) {
-        throw new ChartException(element.name()
-            + " cannot share a plot with other elements; give it a chart of its own.");
+        throw element.error(
+            " cannot share a plot with other elements; give it a chart of its own.");
       }
     }
   }

@@ -3,6 +3,7 @@ package org.chartbridge.draw;
 
 import java.awt.Color;
 import java.util.List;
+import org.chartbridge.chart.Chart;
 import org.chartbridge.chart.ChartException;
 
 /**
@@ -86,6 +87,19 @@ public final class Style {
       default -> throw new ChartException(
           "There is no style \"" + name + "\"; the styles are " + String.join(", ", NAMES) + ".");
     };
+  }
+
+  /**
+   * The style that a chart names.
+   *
+   * @throws ChartException when there is no such style
+   */
+  public static Style of(Chart chart) {
+    try {
+      return named(chart.style());
+    } catch (ChartException e) {
+      throw chart.error("style", e.getMessage(), e);
+    }
   }
 
   /**

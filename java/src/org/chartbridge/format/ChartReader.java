@@ -25,7 +25,6 @@ import org.chartbridge.chart.Legend;
 import org.chartbridge.chart.LegendPosition;
 import org.chartbridge.chart.Problem;
 import org.chartbridge.chart.ScaleKind;
-import org.chartbridge.chart.TextPosition;
 import org.chartbridge.chart.Titles;
 import org.chartbridge.chart.Words;
 import org.chartbridge.xml.SafeXml;
@@ -77,8 +76,7 @@ public final class ChartReader {
     ChartReader reader = new ChartReader();
     Chart chart = reader.chart(root);
     for (Problem problem : ChartRules.check(chart)) {
-      TextPosition position = reader.places.of(problem.path());
-      throw new ChartException(position + ": " + problem.message());
+      throw chart.error(problem.path(), problem.message());
     }
     return chart;
   }
@@ -102,7 +100,7 @@ public final class ChartReader {
       throw root.error("<chart> needs <elements>");
     }
     return new Chart(new ChartSize(width, height), titles(), columns(), axis("x"), axis("y"),
-        elements(), legend(), facet(), style, palette(), data(), template);
+        elements(), legend(), facet(), style, palette(), data(), template, places);
   }
 
   private String data() {
@@ -339,6 +337,7 @@ public final class ChartReader {
         in.flag("shared-y", true));
     in.finish();
     place("facet", element);
+    place("facet.column", element, "column");
     place("facet.columns", element, "columns");
     return facet;
   }

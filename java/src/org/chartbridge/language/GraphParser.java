@@ -63,7 +63,7 @@ final class GraphParser {
     Chart chart =
         new Chart(
             size, new Titles(title, subtitle, caption), columns, x, y, elements,
-            new Legend(legendPosition, legendTitle), facet, style, palette);
+            new Legend(legendPosition, legendTitle), facet, style, palette, null, null, places);
     if (problems.isEmpty()) {
       checkMeaning(chart);
     }

@@ -30,13 +30,27 @@ public final class TemplatedChart {
       return chart;
     }
     String name = chart.template();
-    byte[] template = TemplateFolders.read(name);
+    byte[] template = template(chart);
     try {
       TemplateCheck.check(template);
     } catch (ChartException e) {
       throw new ChartException("The template \"" + name + "\": " + e.getMessage(), e);
     }
-    return merged(apply(name, xml(bytes), XmlEncoding.decode(template)), name);
+    Chart merged = merged(apply(name, xml(bytes), XmlEncoding.decode(template)), name);
+    return merged.withPlaces(chart.places().only(TemplatedChart::isOfChartAlone));
+  }
+
+  private static byte[] template(Chart chart) {
+    try {
+      return TemplateFolders.read(chart.template());
+    } catch (ChartException e) {
+      throw chart.error("template", e.getMessage(), e);
+    }
+  }
+
+  /** What no template can give, so that it stands in the chart's own text. */
+  private static boolean isOfChartAlone(String path) {
+    return path.startsWith("elements") || path.startsWith("columns") || path.startsWith("facet");
   }
 
   /**

@@ -8,7 +8,6 @@ import java.util.Set;
 import org.chartbridge.chart.Aggregate;
 import org.chartbridge.chart.Axis;
 import org.chartbridge.chart.Channel;
-import org.chartbridge.chart.ChartException;
 import org.chartbridge.chart.ColumnKind;
 import org.chartbridge.chart.ElementKind;
 import org.chartbridge.chart.ScaleKind;
@@ -160,8 +159,8 @@ final class AxisJson {
         continue;
       }
       if (found != null && (found == ColumnKind.NUMBER) != (column.kind() == ColumnKind.NUMBER)) {
-        throw new ChartException("Axis " + name() + ": categories that are numbers here and texts"
-            + " there have no form in Vega-Lite; declare both columns as category.");
+        throw context.chart.error(name(), "Axis " + name() + ": categories that are numbers here"
+            + " and texts there have no form in Vega-Lite; declare both columns as category.");
       }
       found = column.kind();
       values.addAll(context.discrete(column).values());

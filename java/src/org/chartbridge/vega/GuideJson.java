@@ -5,6 +5,7 @@ import com.fasterxml.jackson.databind.node.ObjectNode;
 import java.util.List;
 import java.util.Set;
 import org.chartbridge.chart.Axis;
+import org.chartbridge.chart.ChartException;
 import org.chartbridge.chart.ElementKind;
 import org.chartbridge.chart.ScaleKind;
 import org.chartbridge.draw.ElementFacts;
@@ -94,16 +95,23 @@ final class GuideJson {
     return slot >= look.tickSize() * SLANT ? -45 : -90;
   }
 
-  private void texts(ObjectNode guide) {
-    String pattern = axis.format();
+  private void format(ObjectNode guide, String pattern) {
     String where = "Axis " + owner.name();
-    if (pattern != null && !pattern.isEmpty()) {
+    try {
       if (kind == ScaleKind.TIME) {
         guide.put("format", TimeFormatJson.specifier(where, pattern));
       } else {
-        guide.put(
-            "labelExpr", NumberFormatJson.expression(where, pattern, "datum.value"));
+        guide.put("labelExpr", NumberFormatJson.expression(where, pattern, "datum.value"));
       }
+    } catch (ChartException e) {
+      throw context.chart.error(owner.name() + ".format", e.getMessage(), e);
+    }
+  }
+
+  private void texts(ObjectNode guide) {
+    String pattern = axis.format();
+    if (pattern != null && !pattern.isEmpty()) {
+      format(guide, pattern);
     } else if (context.facts.shares(horizontal)) {
       guide.put("format", "~%");
     }

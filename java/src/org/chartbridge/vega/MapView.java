@@ -41,14 +41,15 @@ final class MapView {
 
   private void check() {
     if (context.hasFacet()) {
-      throw new ChartException("Facet: a map has no panels; drop the facet, or export the chart "
-          + "without GeoJSON documents.");
+      throw context.chart.error("facet.column", "Facet: a map has no panels; drop the facet, or "
+          + "export the chart without GeoJSON documents.");
     }
     for (ElementFacts element : context.facts.elements()) {
       ElementKind kind = element.element().kind();
       if (kind != ElementKind.POINT && kind != ElementKind.LINE) {
-        throw new ChartException(element.name() + " has no place on a map, which shows points and "
-            + "lines; choose one of them, or export the chart without GeoJSON documents.");
+        throw context.chart.error(element.path(), element.name() + " has no place on a map, which "
+            + "shows points and lines; choose one of them, or export the chart without GeoJSON "
+            + "documents.");
       }
       checkNumbers(element, "x", "longitudes", element.xColumn());
       checkNumbers(element, "y", "latitudes", element.yColumn());
@@ -58,8 +59,9 @@ final class MapView {
   private void checkNumbers(ElementFacts element, String channel, String what, Column column) {
     boolean category = context.isCategory(channel.equals("x"));
     if (column == null || column.kind() != ColumnKind.NUMBER || category) {
-      throw new ChartException(element.name() + ", " + channel + ": on a map it shows " + what
-          + ", so it needs a column of numbers.");
+      String path = element.path() + "." + channel;
+      throw context.chart.error(path, element.name() + ", " + channel + ": on a map it shows "
+          + what + ", so it needs a column of numbers.");
     }
   }
 
@@ -71,13 +73,13 @@ final class MapView {
       double longitude = element.xColumn().number(row);
       double latitude = element.yColumn().number(row);
       if (Math.abs(longitude) > 360) {
-        throw new ChartException(element.name() + ", x: the value " + Expr.number(longitude)
-            + " of column \"" + element.xColumn().name()
+        throw context.chart.error(element.path() + ".x", element.name() + ", x: the value "
+            + Expr.number(longitude) + " of column \"" + element.xColumn().name()
             + "\" is no longitude; on a map x is a number of degrees, -180 to 180 or 0 to 360.");
       }
       if (Math.abs(latitude) > 90) {
-        throw new ChartException(element.name() + ", y: the value " + Expr.number(latitude)
-            + " of column \"" + element.yColumn().name()
+        throw context.chart.error(element.path() + ".y", element.name() + ", y: the value "
+            + Expr.number(latitude) + " of column \"" + element.yColumn().name()
             + "\" is no latitude; on a map y is a number of degrees, -90 to 90.");
       }
       extent.add(longitude, latitude);

@@ -11,7 +11,7 @@ import java.util.List;
 import org.chartbridge.chart.Chart;
 import org.chartbridge.chart.ChartException;
 import org.chartbridge.chart.ElementKind;
-import org.chartbridge.data.CsvReader;
+import org.chartbridge.data.ChartData;
 import org.chartbridge.data.Table;
 import org.chartbridge.draw.ChartFacts;
 import org.chartbridge.draw.ElementFacts;
@@ -91,7 +91,7 @@ public final class VegaLiteChart {
       throw new ChartException("The chart has no data of its own, which chart JSON shows; give it "
           + "a <data> element with CSV, or export it as a template.");
     }
-    return CsvReader.read(ByteBuffer.wrap(chart.data().getBytes(StandardCharsets.UTF_8)), chart);
+    return ChartData.readCsv(ByteBuffer.wrap(chart.data().getBytes(StandardCharsets.UTF_8)), chart);
   }
 
   private static ObjectNode inline(Table table, Context context) {

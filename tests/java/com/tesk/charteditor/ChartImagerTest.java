@@ -398,8 +398,8 @@ class ChartImagerTest {
 
   @Test
   void dataThatDoNotFitTheChart() {
-    assertEquals("The data has no column \"sales\"; its columns are region, salse. "
-            + "Did you mean \"salse\"?",
+    assertEquals("line 3, column 23: The data has no column \"sales\"; its columns are region, "
+            + "salse. Did you mean \"salse\"?",
         error(CHART, bytes("region,salse\nx,1\n")));
     assertEquals("CSV line 3 has 1 field where the header names 2 columns; the field of column "
             + "\"sales\" is missing.",

@@ -151,12 +151,16 @@ class InteractiveChartTest {
 
   @ParameterizedTest
   @CsvSource(delimiter = '|', value = {
-      "draw bar: x lon, y lat|Element 1 (bar) has no place on a map, which shows points and lines",
-      "draw pie: x lon, y n|Element 1 (pie) has no place on a map",
-      "draw point: x lon, y lat / panels by n|Facet: a map has no panels",
-      "draw point: x lon, y lat / axis x: category|Element 1 (point), x: on a map it shows",
-      "draw point: x n, y count|Element 1 (point), y: on a map it shows latitudes",
-      "column lat: category / draw point: x lon, y lat|Element 1 (point), y: on a map it shows",
+      "draw bar: x lon, y lat|line 1, column 1: Element 1 (bar) has no place on a map, "
+          + "which shows points and lines",
+      "draw pie: x lon, y n|line 1, column 1: Element 1 (pie) has no place on a map",
+      "draw point: x lon, y lat / panels by n|line 2, column 11: Facet: a map has no panels",
+      "draw point: x lon, y lat / axis x: category|line 1, column 15: "
+          + "Element 1 (point), x: on a map it shows",
+      "draw point: x n, y count|line 1, column 20: "
+          + "Element 1 (point), y: on a map it shows latitudes",
+      "column lat: category / draw point: x lon, y lat|line 2, column 22: "
+          + "Element 1 (point), y: on a map it shows",
   })
   void whatHasNoPlaceOnAMapIsNamed(String text, String message) {
     String found = refused(text.replace(" / ", "\n"), PLACES);
@@ -166,8 +170,9 @@ class InteractiveChartTest {
   @Test
   void valuesThatAreNoDegreesAreNamed() {
     assertTrue(refused("draw point: x lon, y lat", "lon,lat\n5,91\n").startsWith(
-        "Element 1 (point), y: the value 91 of column \"lat\" is no latitude"));
+        "line 1, column 22: Element 1 (point), y: the value 91 of column \"lat\" is no latitude"));
     assertTrue(refused("draw point: x lon, y lat", "lon,lat\n500,9\n").startsWith(
-        "Element 1 (point), x: the value 500 of column \"lon\" is no longitude"));
+        "line 1, column 15: Element 1 (point), x: the value 500 of column \"lon\" is no "
+            + "longitude"));
   }
 }

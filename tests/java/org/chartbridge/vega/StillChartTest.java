@@ -412,7 +412,9 @@ class StillChartTest {
         draw point: x b, y v
         axis x: category
         """, "a,b,v\n1,x,2\n2,y,3\n");
-    assertTrue(found.startsWith("Axis x: categories that are numbers here and texts there"), found);
+    assertTrue(found.startsWith("line 3, column 6: Axis x: categories that are numbers here and "
+            + "texts there"),
+        found);
   }
 
   @Test

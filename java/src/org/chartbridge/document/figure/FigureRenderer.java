@@ -5,9 +5,11 @@ import java.nio.ByteBuffer;
 import java.nio.charset.StandardCharsets;
 import java.util.Locale;
 import java.util.function.Supplier;
+import java.util.regex.Matcher;
+import java.util.regex.Pattern;
 import org.chartbridge.chart.Chart;
 import org.chartbridge.chart.ChartException;
-import org.chartbridge.data.CsvReader;
+import org.chartbridge.data.ChartData;
 import org.chartbridge.data.Table;
 import org.chartbridge.document.model.Figure;
 import org.chartbridge.document.model.FigureContent;
@@ -31,6 +33,9 @@ import org.chartbridge.xml.XmlEncoding;
  * document, or with the exact place within it.
  */
 public final class FigureRenderer {
+  /** How messages begin that name a place in the description of a chart. */
+  private static final Pattern PLACED = Pattern.compile("line [0-9]+, column [0-9]+: ");
+
   private final Locale locale;
   private final String style;
 
@@ -59,7 +64,7 @@ public final class FigureRenderer {
     } catch (PlacedException e) {
       throw new ChartException(e.getMessage(), e);
     } catch (ChartException e) {
-      throw new ChartException(place(figure) + e.getMessage(), e);
+      throw located(figure, e);
     } catch (StackOverflowError e) {
       throw new ChartException(
           place(figure) + ChartException.tooLittleStack(e).getMessage(), e);
@@ -69,10 +74,25 @@ public final class FigureRenderer {
     }
   }
 
+  /** The place within the figure, where it is known, counts more than that of the figure. */
+  private static ChartException located(Figure figure, ChartException e) {
+    Matcher placed = PLACED.matcher(e.getMessage());
+    boolean inDocument = figure.content() instanceof FigureContent.ChartContent chart
+        && chart.description().origin().isEmpty();
+    if (!inDocument || !placed.lookingAt()) {
+      return new ChartException(place(figure) + e.getMessage(), e);
+    }
+    String rest = e.getMessage().substring(placed.end());
+    return new ChartException(placed.group() + name(figure) + rest, e);
+  }
+
   private static String place(Figure figure) {
+    return (figure.position() == null ? "" : figure.position() + ": ") + name(figure);
+  }
+
+  private static String name(Figure figure) {
     String caption = figure.caption() == null ? "" : " \"" + figure.caption() + "\"";
-    return (figure.position() == null ? "" : figure.position() + ": ") + "the "
-        + figure.content().kind() + caption + ": ";
+    return "the " + figure.content().kind() + caption + ": ";
   }
 
   /** An SVG is built once, to find out whether it can be drawn and what it refers to. */
@@ -88,8 +108,21 @@ public final class FigureRenderer {
     if (content.data() != null) {
       chart = chart.withData(text(content.data()));
     }
+    try {
+      return drawn(chart, content);
+    } catch (ChartException e) {
+      // A place in the description, which may be a file of its own.
+      boolean inFile = !content.description().origin().isEmpty();
+      if (inFile && PLACED.matcher(e.getMessage()).lookingAt()) {
+        throw new ChartException(content.description().origin() + e.getMessage(), e);
+      }
+      throw e;
+    }
+  }
+
+  private Illustration drawn(Chart chart, FigureContent.ChartContent content) {
     String chosen = style != null ? style : content.style();
-    Style drawn = Style.named(chosen == null ? chart.style() : chosen);
+    Style drawn = chosen == null ? Style.of(chart) : Style.named(chosen);
     DrawOptions options = new DrawOptions(locale, drawn, null);
     ChartDrawing drawing = ChartDrawing.prepare(chart, table(chart, content.data()), options);
     Picture picture = new Picture(drawing.width(), drawing.height(), 1, drawing::draw);
@@ -118,8 +151,11 @@ public final class FigureRenderer {
   private static Table table(Chart chart, Part data) {
     String csv = chart.data() == null ? "" : chart.data();
     try {
-      return CsvReader.read(ByteBuffer.wrap(csv.getBytes(StandardCharsets.UTF_8)), chart);
+      return ChartData.readCsv(ByteBuffer.wrap(csv.getBytes(StandardCharsets.UTF_8)), chart);
     } catch (ChartException e) {
+      if (PLACED.matcher(e.getMessage()).lookingAt()) {
+        throw e;
+      }
       throw new ChartException((data == null ? "" : data.origin()) + e.getMessage(), e);
     }
   }

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef HOST_CLASSARCHIVE_H_
+#define HOST_CLASSARCHIVE_H_
+
+namespace chartbridge {
+
+/// Begins to make a class-data-sharing archive in the user's cache folder
+/// (`$XDG_CACHE_HOME/chartbridge`, else `~/.cache/chartbridge`), for the JVM and the class path of
+/// the present settings. `TeskJVM::StartJVM` of later processes finds it and starts in about half
+/// the time.
+///
+/// The work is done by processes of their own, at the lowest priority, which may outlive this one;
+/// the call returns at once. They take some seconds of one processor and some 200 MB, once: nothing
+/// is begun when there is an archive already, when one is being made, when making it has failed
+/// before (a file with the ending `.failed` stands in its place; delete it to try again), when
+/// `JvmSettings::sharedArchive` or an option of the host or the user says which archive to use, or
+/// when the first entry of the class path is no jar with a list of classes beside it.
+///
+/// True when the work has begun. Safe on any thread, before and after the JVM's start.
+bool MakeClassArchive();
+
+}  // namespace chartbridge
+
+#endif  // HOST_CLASSARCHIVE_H_
