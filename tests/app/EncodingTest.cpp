@@ -48,7 +48,8 @@ TEST_P(EncodingTest, ReasonsBeyondAsciiArePrinted) {
       folder.Run({"render", "süß.gpl", "-d", "sales.csv", "-o", "a.png"}, Settings());
   EXPECT_EQ(result.exitCode, 1);
   EXPECT_THAT(result.errors,
-              StartsWith("chartbridge: süß.gpl: line 1, column 13: The data has no column \"région\";"));
+              StartsWith("chartbridge: süß.gpl: line 1, column 13: The data has no column "
+                         "\"région\";"));
 }
 
 TEST_P(EncodingTest, ReasonsOfConversionsBeyondAsciiArePrinted) {

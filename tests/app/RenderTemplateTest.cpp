@@ -178,7 +178,8 @@ TEST_F(RenderTemplateTest, BrokenChartsAreNamedAsEver) {
       "\"bar\"?");
   folder.Write("bad.csv", "region,product\nNorth,Tea\n");
   ExpectFailure({"sales.gpl", "-d", "bad.csv", "--template", "house.xml"},
-                "sales.gpl: line 5, column 5: The data has no column \"revenue\"; its columns are region, product.");
+                "sales.gpl: line 5, column 5: The data has no column \"revenue\"; its columns are "
+                "region, product.");
 }
 
 TEST_F(RenderTemplateTest, ContradictionNamesBoth) {
@@ -199,9 +200,9 @@ TEST_F(RenderTemplateTest, FolderMustBeThere) {
                 "--templates: a folder with a colon in its name cannot be used", 2);
   ASSERT_EQ(mkdir(folder.File("empty").c_str(), 0700), 0);
   ExpectFailure({"named.xml", "--templates", "empty"},
-                "named.xml: The template \"house\" is not there; searched in empty.");
+                "named.xml: line 2, column 8: The template \"house\" is not there; searched in empty.");
   ExpectFailure({"named.xml"},
-                "named.xml: The template \"house\" is not there; no folder of templates is set "
+                "named.xml: line 2, column 8: The template \"house\" is not there; no folder of templates is set "
                 "(system property chartbridge.templates).");
 }
 

@@ -13,6 +13,8 @@ compiler="$4"
 
 work="$(mktemp -d)"
 trap 'rm -rf "$work"' EXIT
+export XDG_CACHE_HOME="$work/cache"
+mkdir "$XDG_CACHE_HOME"
 
 fail() {
   echo "FAILED: $*" >&2
@@ -72,20 +74,35 @@ rm -r "$work/stage"
 echo "-- the class-data-sharing archive"
 archive="$work/first/share/chartbridge/chartbridge.jsa"
 [[ -s "$archive" ]] || fail "there is no archive"
-TESK_JVM_OPTIONS="-Xlog:class+load" "$work/first/bin/chartbridge" render \
-  "$source_dir/examples/charts/titanic.gpl" --data "$source_dir/examples/data/titanic.csv" \
-  -o "$work/titanic.png" >"$work/loaded.txt" 2>&1
+render_titanic() {
+  "$1/bin/chartbridge" render "$source_dir/examples/charts/titanic.gpl" \
+    --data "$source_dir/examples/data/titanic.csv" -o "$2"
+}
+# expect_archive WHO: the run that was logged took its classes out of an archive.
+expect_archive() {
+  grep -q 'com.tesk.charteditor.ChartImager source: shared objects file' "$work/loaded.txt" ||
+    fail "the archive is not used by $1"
+  rm "$work/loaded.txt"
+}
+log="-Xlog:class+load:file=$work/loaded.txt"
+TESK_JVM_OPTIONS="$log" render_titanic "$work/first" "$work/titanic.png"
 expect_png "$work/titanic.png"
-grep -q 'org.jfree.chart.JFreeChart source: shared objects file' "$work/loaded.txt" ||
-  fail "the archive is not used"
+expect_archive "the command"
+[[ -z "$(ls -A "$XDG_CACHE_HOME")" ]] || fail "an archive in the cache beside the installed one"
 
 # From here on nothing of the build folder and of the first place may be needed.
 mv "$work/first" "$work/moved"
 
 echo "-- the command"
-"$work/moved/bin/chartbridge" render "$source_dir/examples/charts/titanic.gpl" \
-  --data "$source_dir/examples/data/titanic.csv" -o "$work/moved.png" 2>"$work/errors"
+render_titanic "$work/moved" "$work/moved.png" 2>"$work/errors"
 [[ ! -s "$work/errors" ]] || fail "an archive that does not fit is no news: $(cat "$work/errors")"
+echo "-- an archive for the new place, in the cache"
+for ((second = 0; second < 90; second++)); do
+  compgen -G "$XDG_CACHE_HOME/chartbridge/*.jsa" >/dev/null && break
+  sleep 1
+done
+TESK_JVM_OPTIONS="$log" render_titanic "$work/moved" "$work/moved.png"
+expect_archive "the moved command"
 cmp "$work/titanic.png" "$work/moved.png" || fail "the moved command draws something else"
 mapfile -t libraries < <(find "$work/moved/lib"* -name '*.so')
 [[ ${#libraries[@]} -eq 3 ]] || fail "not three libraries: ${libraries[*]}"
@@ -108,8 +125,14 @@ echo "-- a host"
     -D "CMAKE_CXX_FLAGS=-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror"
   "$cmake" --build "$work/host"
 } >"$work/host.log" 2>&1 || { cat "$work/host.log"; fail "the host cannot be built"; }
-"$work/host/chart_host" "$source_dir/examples/charts/titanic.gpl" \
+TESK_JVM_OPTIONS="$log" "$work/host/chart_host" "$source_dir/examples/charts/titanic.gpl" \
   "$source_dir/examples/data/titanic.csv" "$work/host.png"
+expect_archive "a host, which finds that of the cache"
+rm -r "$XDG_CACHE_HOME/chartbridge"
+"$work/moved/share/chartbridge/make-class-archive"
+TESK_JVM_OPTIONS="$log" "$work/host/chart_host" "$source_dir/examples/charts/titanic.gpl" \
+  "$source_dir/examples/data/titanic.csv" "$work/host.png"
+expect_archive "a host, after make-class-archive"
 expect_png "$work/host.png"
 cmp "$work/titanic.png" "$work/host.png" || fail "the host draws something else"
 lines="$(wc -l <"$source_dir/examples/host/chart_host.cpp")"
