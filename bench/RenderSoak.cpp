@@ -37,6 +37,23 @@ double HeapAfterCollectionMiB(JNIEnv* env) {
   return static_cast<double>(total - free) / (1 << 20);
 }
 
+bool Render(const std::string& chart, const std::string& data, double size) {
+  const chartbridge::LocalFrame frame;
+  std::string picture;
+  unsigned int unused = 0;
+  return ViZEditor::GetInstance()->RenderImageToMemoryHeadless(
+      chart, data, unused, ViZEditor::IMAGE_PNG, size, "", "", "", "", picture);
+}
+
+void RenderLarge(const std::string& chart, const std::string& data) {
+  for (int i = 0; i < 3; ++i) {
+    if (!Render(chart, data, 100)) throw CLI::RuntimeError("the large data cannot be rendered", 1);
+  }
+  std::cout << std::fixed << std::setprecision(1) << "after the large data: resident "
+            << chartbridge::ResidentMiB() << " MiB, at most " << chartbridge::PeakResidentMiB()
+            << " MiB\n";
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -46,10 +63,13 @@ int main(int argc, char** argv) {
   long renders = 200000;
   long every = 10000;
   double size = 25;
+  std::string largePath;
   app.add_option("chart", chartPath, "a chart, in the graph language or as XML")->required();
   app.add_option("data", dataPath, "its data, as CSV")->required();
   app.add_option("--renders", renders, "how often")->capture_default_str();
   app.add_option("--every", every, "how many renders between two lines")->capture_default_str();
+  app.add_option("--large", largePath,
+                 "data to render a few times before, to see the memory given back");
   app.add_option("--size", size, "percent of the chart's own size")->capture_default_str();
   CLI11_PARSE(app, argc, argv);
 
@@ -58,14 +78,11 @@ int main(int argc, char** argv) {
   JNIEnv* env = chartbridge::StartBenchJvm({CHARTBRIDGE_RUNTIME_JAR}, true);
   ViZEditor::GetInstance()->StartEditorHeadless(env);
 
+  if (!largePath.empty()) RenderLarge(chart, ReadFile(largePath));
   std::cout << "renders  heap after GC [MiB]  resident [MiB]  ms a render\n" << std::fixed;
   auto begin = std::chrono::steady_clock::now();
   for (long i = 1; i <= renders; ++i) {
-    const chartbridge::LocalFrame frame;
-    std::string picture;
-    unsigned int unused = 0;
-    if (!ViZEditor::GetInstance()->RenderImageToMemoryHeadless(
-            chart, data, unused, ViZEditor::IMAGE_PNG, size, "", "", "", "", picture)) {
+    if (!Render(chart, data, size)) {
       std::cerr << "Render " << i << " failed; set DumpChartTimePath to see why.\n";
       return 1;
     }

@@ -200,9 +200,11 @@ TEST_F(RenderTemplateTest, FolderMustBeThere) {
                 "--templates: a folder with a colon in its name cannot be used", 2);
   ASSERT_EQ(mkdir(folder.File("empty").c_str(), 0700), 0);
   ExpectFailure({"named.xml", "--templates", "empty"},
-                "named.xml: line 2, column 8: The template \"house\" is not there; searched in empty.");
+                "named.xml: line 2, column 8: The template \"house\" is not there; searched in "
+                "empty.");
   ExpectFailure({"named.xml"},
-                "named.xml: line 2, column 8: The template \"house\" is not there; no folder of templates is set "
+                "named.xml: line 2, column 8: The template \"house\" is not there; no folder of "
+                "templates is set "
                 "(system property chartbridge.templates).");
 }
 
