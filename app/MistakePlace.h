@@ -11,8 +11,8 @@ namespace chartbridge {
 class DumpFolder;
 class InputFile;
 
-/// What is wrong with a chart that was rewritten before Java read it, with the place in the chart as
-/// its writer has it.
+/// What is wrong with a chart that was rewritten before Java read it, with the place in the chart
+/// as its writer has it.
 ///
 /// A place in the rewritten chart helps nobody. So the writer's chart is drawn with its data, which
 /// ends in the same mistake, told with its own place; when it does not, as the mistake is in what

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 // How long a host takes from its start to its first chart and its end, with the class archive that
 // it finds by itself and without, in turns. Each run is a process of its own.
-#include <CLI/CLI.hpp>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <array>

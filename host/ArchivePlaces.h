@@ -8,8 +8,8 @@ namespace chartbridge {
 
 /// Where the class-data-sharing archive of a jar for a JVM is, and where one can be made.
 ///
-/// An archive belongs to one build of a JVM, and to jars at one place, of one size and date. What it
-/// was made for is the text of its key. There are two places: beside the jar, made when it was
+/// An archive belongs to one build of a JVM, and to jars at one place, of one size and date. What
+/// it was made for is the text of its key. There are two places: beside the jar, made when it was
 /// installed, with the key in a file; and the user's cache, where the key makes the file's name.
 class ArchivePlaces {
  public:

@@ -42,17 +42,11 @@ class ArchiveMaking {
         _unfinished(_target + ".part"),
         _lock(_target + ".making"),
         _failed(_target + ".failed"),
-        _arguments{places.Java(),
-                   "-Xshare:dump",
+        _arguments{places.Java(), "-Xshare:dump",
                    // It can put objects of the JDK into the archive, which other collectors read.
-                   "-XX:+UseG1GC",
-                   "-Xmx256m",
-                   "-XX:-UsePerfData",
+                   "-XX:+UseG1GC", "-Xmx256m", "-XX:-UsePerfData",
                    "-XX:SharedClassListFile=" + places.ClassList(),
-                   "-XX:SharedArchiveFile=" + _unfinished,
-                   "-Xlog:disable",
-                   "-cp",
-                   places.Jar()} {
+                   "-XX:SharedArchiveFile=" + _unfinished, "-Xlog:disable", "-cp", places.Jar()} {
     for (std::string& argument : _arguments) _pointers.push_back(argument.data());
     _pointers.push_back(nullptr);
   }

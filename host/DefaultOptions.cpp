@@ -86,9 +86,8 @@ DefaultOptions::DefaultOptions(const std::vector<std::string>& given) {
 }
 
 bool DefaultOptions::Holds(const std::string& option) const {
-  return std::none_of(_given.begin(), _given.end(), [&](const std::string& given) {
-    return AreRelated(option, given);
-  });
+  return std::none_of(_given.begin(), _given.end(),
+                      [&](const std::string& given) { return AreRelated(option, given); });
 }
 
 void DefaultOptions::Look(const std::string& option) {

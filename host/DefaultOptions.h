@@ -10,9 +10,9 @@ namespace chartbridge {
 /// JVM options that hold until somebody says otherwise.
 ///
 /// A JVM does not simply take the later of two options that contradict each other: with two
-/// collectors, or with an initial heap above the largest one, it does not start. So a default option
-/// is left out as soon as an option of its family is given: one for the same thing, under whatever
-/// name and with whatever value.
+/// collectors, or with an initial heap above the largest one, it does not start. So a default
+/// option is left out as soon as an option of its family is given: one for the same thing, under
+/// whatever name and with whatever value.
 class DefaultOptions {
  public:
   /// `given`: the options of the host and of the user. Those that the JVM takes by itself, out of

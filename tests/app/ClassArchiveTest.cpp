@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// The class-data-sharing archive that the command makes in the user's cache, for a jar that has none
-// beside it.
+// The class-data-sharing archive that the command makes in the user's cache, for a jar that has
+// none beside it.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>

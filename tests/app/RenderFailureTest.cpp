@@ -111,9 +111,10 @@ TEST_F(RenderFailureTest, EmptyData) {
 }
 
 TEST_F(RenderFailureTest, UnknownColumn) {
-  ExpectChartFailure("draw bar: x region, y sum of revenu\n",
-                     "chart.gpl: line 1, column 23: The data has no column \"revenu\"; its columns are "
-                     "region, product, revenue. Did you mean \"revenue\"?");
+  ExpectChartFailure(
+      "draw bar: x region, y sum of revenu\n",
+      "chart.gpl: line 1, column 23: The data has no column \"revenu\"; its columns are "
+      "region, product, revenue. Did you mean \"revenue\"?");
 }
 
 TEST_F(RenderFailureTest, UnknownElement) {

@@ -145,8 +145,9 @@ TEST_F(ViewTest, FailuresAreThoseOfTheChart) {
   folder.Write("sales.csv", "region,product\nNorth,Tea\n");
   const RunResult result = Run({"-o", "page.html"});
   EXPECT_EQ(result.exitCode, 1);
-  EXPECT_THAT(result.errors,
-              StartsWith("chartbridge: sales.gpl: line 5, column 5: The data has no column \"revenue\""));
+  EXPECT_THAT(
+      result.errors,
+      StartsWith("chartbridge: sales.gpl: line 5, column 5: The data has no column \"revenue\""));
   EXPECT_EQ(folder.Read("page.html"), "old");
   EXPECT_THAT(folder.NewNames(), ElementsAre("page.html"));
 
