@@ -10,6 +10,7 @@ import java.nio.file.Files;
 import java.nio.file.Path;
 import java.nio.file.SimpleFileVisitor;
 import java.nio.file.attribute.BasicFileAttributes;
+import java.util.ArrayList;
 import java.util.HashMap;
 import java.util.List;
 import java.util.Locale;
@@ -35,6 +36,8 @@ public final class FontFiles {
       List.of(liberation("Sans"), liberation("Serif"), liberation("Mono"),
           dejaVu("Sans", "Oblique"), dejaVu("Serif", "Italic"), dejaVu("Sans Mono", "Oblique"));
 
+  private static final List<String> ENDINGS = List.of(".ttf", ".otf", ".ttc", ".otc");
+
   private static Map<String, Path> files;
 
   private FontFiles() {}
@@ -55,11 +58,22 @@ public final class FontFiles {
 
   /** The file of that name in one of the font folders, or null. */
   public static synchronized Path find(String fileName) {
+    return files().get(fileName);
+  }
+
+  /** The files of all fonts and font collections in the font folders, in the order of their names. */
+  public static synchronized List<Path> all() {
+    List<String> names = new ArrayList<>(files().keySet());
+    names.sort(null);
+    return names.stream().map(files::get).toList();
+  }
+
+  private static Map<String, Path> files() {
     if (files == null) {
       files = new HashMap<>();
       FOLDERS.forEach(FontFiles::scan);
     }
-    return files.get(fileName);
+    return files;
   }
 
   private static void scan(Path folder) {
@@ -75,7 +89,8 @@ public final class FontFiles {
     @Override
     public FileVisitResult visitFile(Path file, BasicFileAttributes attributes) {
       String name = file.getFileName().toString();
-      if (name.toLowerCase(Locale.ROOT).endsWith(".ttf")) {
+      String lower = name.toLowerCase(Locale.ROOT);
+      if (ENDINGS.stream().anyMatch(lower::endsWith)) {
         files.putIfAbsent(name, file);
       }
       return FileVisitResult.CONTINUE;

@@ -2,78 +2,68 @@
 package org.chartbridge.document.export;
 
 import java.util.List;
-import java.util.function.Function;
 import java.util.function.ToDoubleFunction;
 import org.chartbridge.document.model.Table;
 
 /**
  * Shares the width of a table among its columns by what their texts need: none gets less than its
- * longest word where that is possible, and none more than its longest line.
+ * widest piece that stays whole, none less than its longest word where that is possible, and none
+ * more than its longest line.
  */
 public final class ColumnWidths {
+  /** How wide the text of a cell is. */
+  public interface Needs {
+    /** Its widest piece that is not broken. */
+    double piece(Table.Cell cell);
+
+    /** Its longest word. */
+    double word(Table.Cell cell);
+
+    /** Its longest line. */
+    double line(Table.Cell cell);
+  }
+
   private final Table table;
-  private final Function<Table.Cell, List<String>> lines;
-  private final ToDoubleFunction<String> measure;
-  private final double gap;
   private final double[] least;
+  private final double[] words;
   private final double[] most;
 
-  private ColumnWidths(Table table, Function<Table.Cell, List<String>> lines,
-      ToDoubleFunction<String> measure, double gap) {
+  private ColumnWidths(Table table, Needs needs, double gap) {
     this.table = table;
-    this.lines = lines;
-    this.measure = measure;
-    this.gap = gap;
-    least = new double[table.columns().size()];
-    most = new double[table.columns().size()];
+    least = columns(table, needs::piece, gap);
+    words = columns(table, needs::word, gap);
+    most = columns(table, needs::line, gap);
+    for (int i = 0; i < most.length; i++) {
+      words[i] = Math.max(words[i], least[i]);
+      most[i] = Math.max(most[i], words[i]);
+    }
   }
 
   /**
-   * @param lines the texts of a cell, each on a line of its own
-   * @param measure the width of a text on one line
+   * The widths, which add up to no more than what is available unless the widest pieces need more.
+   *
    * @param gap what a cell over several columns gains for each border that it crosses
    * @param available for all columns together
    */
-  public static double[] of(Table table, Function<Table.Cell, List<String>> lines,
-      ToDoubleFunction<String> measure, double gap, double available) {
-    ColumnWidths widths = new ColumnWidths(table, lines, measure, gap);
-    widths.needs(true);
-    widths.needs(false);
-    return widths.shared(available);
+  public static double[] of(Table table, Needs needs, double gap, double available) {
+    ColumnWidths widths = new ColumnWidths(table, needs, gap);
+    return widths.lifted(widths.shared(available), available);
   }
 
-  /** First what cells of one column need, then what those over several need beyond that. */
-  private void needs(boolean single) {
-    for (List<Table.Cell> row : table.rows()) {
-      for (Table.Cell cell : row) {
-        if (single == (cell.columnSpan() == 1)) {
-          double room = gap * (cell.columnSpan() - 1);
-          raise(least, cell, leastWidth(cell) - room);
-          raise(most, cell, mostWidth(cell) - room);
+  /** What each column needs for the widths of its cells. */
+  public static double[] columns(Table table, ToDoubleFunction<Table.Cell> width, double gap) {
+    double[] widths = new double[table.columns().size()];
+    // First what cells of one column need, then what those over several need beyond that.
+    for (boolean single : new boolean[] {true, false}) {
+      for (List<Table.Cell> row : table.rows()) {
+        for (Table.Cell cell : row) {
+          if (single == (cell.columnSpan() == 1)) {
+            raise(widths, cell, width.applyAsDouble(cell) - gap * (cell.columnSpan() - 1));
+          }
         }
       }
     }
-    for (int i = 0; i < most.length; i++) {
-      most[i] = Math.max(most[i], least[i]);
-    }
-  }
-
-  private double mostWidth(Table.Cell cell) {
-    double width = 0;
-    for (String line : lines.apply(cell)) {
-      width = Math.max(width, measure.applyAsDouble(line));
-    }
-    return width;
-  }
-
-  private double leastWidth(Table.Cell cell) {
-    double width = 0;
-    for (String line : lines.apply(cell)) {
-      for (String word : line.split(" ")) {
-        width = Math.max(width, measure.applyAsDouble(word));
-      }
-    }
-    return width;
+    return widths;
   }
 
   private static void raise(double[] widths, Table.Cell cell, double needed) {
@@ -99,7 +89,7 @@ public final class ColumnWidths {
         widths[i] = available * share / 100;
         left -= widths[i];
       } else {
-        leastLeft += least[i];
+        leastLeft += words[i];
         mostLeft += most[i];
       }
     }
@@ -120,10 +110,10 @@ public final class ColumnWidths {
       return most[column];
     }
     if (leastLeft >= left) {
-      return least[column] * left / leastLeft;
+      return words[column] * left / leastLeft;
     }
     double part = (left - leastLeft) / (mostLeft - leastLeft);
-    return least[column] + part * (most[column] - least[column]);
+    return words[column] + part * (most[column] - words[column]);
   }
 
   /** Shares that do not add up to the whole are scaled. */
@@ -135,6 +125,25 @@ public final class ColumnWidths {
     double scale = sum > 0 && (full || sum > available) ? available / sum : 1;
     for (int i = 0; i < widths.length; i++) {
       widths[i] *= scale;
+    }
+    return widths;
+  }
+
+  /** Columns that are too narrow for their pieces take from those that have room to give. */
+  private double[] lifted(double[] widths, double available) {
+    double missing = 0;
+    double spare = 0;
+    double sum = 0;
+    for (int i = 0; i < widths.length; i++) {
+      missing += Math.max(0, least[i] - widths[i]);
+      spare += Math.max(0, widths[i] - least[i]);
+      sum += widths[i];
+    }
+    // What is still free is given away before anybody gives.
+    double given = Math.max(0, missing - Math.max(0, available - sum));
+    double part = spare > 0 ? Math.min(1, given / spare) : 0;
+    for (int i = 0; i < widths.length; i++) {
+      widths[i] = Math.max(least[i], widths[i] - part * Math.max(0, widths[i] - least[i]));
     }
     return widths;
   }

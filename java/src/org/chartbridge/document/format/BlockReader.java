@@ -110,7 +110,7 @@ final class BlockReader {
 
   private Paragraph paragraph(XmlElement element) {
     AttributeReader in = new AttributeReader(element);
-    Alignment alignment = in.choice("align", Alignment.class, Alignment.LEFT);
+    Alignment alignment = in.choice("align", Alignment.class, Alignment.START);
     in.finish();
     return new Paragraph(alignment, new InlineReader(links, null).read(element));
   }

@@ -58,7 +58,7 @@ final class TableReader {
     }
     section(body, element, false);
     while (columns.size() < width) {
-      columns.add(new Table.Column(Alignment.LEFT, 0));
+      columns.add(new Table.Column(Alignment.START, 0));
     }
     return new Table(caption, columns, headerRows, rows);
   }
@@ -68,7 +68,7 @@ final class TableReader {
       throw element.error("<column> comes in front of the rows");
     }
     AttributeReader in = new AttributeReader(element);
-    Alignment alignment = in.choice("align", Alignment.class, Alignment.LEFT);
+    Alignment alignment = in.choice("align", Alignment.class, Alignment.START);
     double share = in.number("width", 0);
     if (in.text("width") != null && !(share > 0 && share <= 100)) {
       throw in.unexpected(
@@ -146,7 +146,7 @@ final class TableReader {
     AttributeReader in = new AttributeReader(element);
     int columnSpan = span(in, "colspan");
     int rowSpan = span(in, "rowspan");
-    Alignment standard = column < columns.size() ? columns.get(column).alignment() : Alignment.LEFT;
+    Alignment standard = column < columns.size() ? columns.get(column).alignment() : Alignment.START;
     Alignment alignment = in.choice("align", Alignment.class, standard);
     boolean isHeader = in.flag("header", header);
     in.finish();

@@ -30,6 +30,7 @@ import org.chartbridge.image.PictureEncoder;
 final class HtmlBlocks implements BlockVisitor {
   private final Document document;
   private final ExportSettings settings;
+  private final HtmlText text;
   private final Markup out;
   /** The title of the document is the first heading of the page, so the others are one lower. */
   private final int shift;
@@ -38,21 +39,23 @@ final class HtmlBlocks implements BlockVisitor {
     this.document = document;
     this.settings = settings;
     this.out = out;
+    text = new HtmlText(document);
     shift = document.metadata().title() == null ? 0 : 1;
   }
 
   @Override
   public void heading(Heading heading) {
     String name = "h" + Math.min(6, heading.level() + shift);
-    out.open(name, "id", heading.id());
-    InlineMarkup.write(heading.text(), out);
+    out.open(name, "id", heading.id(), "dir", text.of(heading.text()));
+    InlineMarkup.write(heading.text(), text, out);
     out.close(name).line();
   }
 
   @Override
   public void paragraph(Paragraph paragraph) {
-    out.open("p", "class", alignment(paragraph.alignment(), Alignment.LEFT));
-    InlineMarkup.write(paragraph.text(), out);
+    out.open("p", "class", alignment(paragraph.alignment(), Alignment.START), "dir",
+        text.of(paragraph.text()));
+    InlineMarkup.write(paragraph.text(), text, out);
     out.close("p").line();
   }
 
@@ -66,8 +69,8 @@ final class HtmlBlocks implements BlockVisitor {
     boolean numbered = list.numbered() && list.start() != 1;
     out.open(name, "start", numbered ? Integer.toString(list.start()) : null).line();
     for (ItemList.Item item : list.items()) {
-      out.open("li");
-      InlineMarkup.write(item.text(), out);
+      out.open("li", "dir", text.of(item.text()));
+      InlineMarkup.write(item.text(), text, out);
       if (!item.lists().isEmpty()) {
         out.line();
       }
@@ -82,7 +85,7 @@ final class HtmlBlocks implements BlockVisitor {
     boolean full = table.columns().stream().anyMatch(column -> column.width() > 0);
     out.open("div", "class", "table").open("table", "class", full ? "full" : null).line();
     if (table.caption() != null) {
-      out.element("caption", table.caption()).line();
+      out.element("caption", table.caption(), "dir", text.of(table.caption())).line();
     }
     columns(table.columns());
     rows(table, 0, table.headerRows(), "thead");
@@ -119,9 +122,13 @@ final class HtmlBlocks implements BlockVisitor {
 
   private void cell(Table.Cell cell, boolean inHeader) {
     String name = cell.header() ? "th" : "td";
+    String direction = text.of(cell.text());
+    // Cells of a column stand below each other, whatever is in them.
+    String alignment = direction != null && cell.alignment() == Alignment.START
+        ? text.start() : alignment(cell.alignment(), Alignment.START);
     out.open(name, "scope", scope(cell, inHeader), "colspan", span(cell.columnSpan()), "rowspan",
-        span(cell.rowSpan()), "class", alignment(cell.alignment(), Alignment.LEFT));
-    InlineMarkup.write(cell.text(), out);
+        span(cell.rowSpan()), "class", alignment, "dir", direction);
+    InlineMarkup.write(cell.text(), text, out);
     out.close(name);
   }
 
@@ -149,7 +156,7 @@ final class HtmlBlocks implements BlockVisitor {
         Long.toString(Math.max(1, Math.round(size.height()))));
     out.line();
     if (figure.caption() != null) {
-      out.element("figcaption", figure.caption()).line();
+      out.element("figcaption", figure.caption(), "dir", text.of(figure.caption())).line();
     }
     out.close("figure").line();
   }
@@ -200,8 +207,8 @@ final class HtmlBlocks implements BlockVisitor {
       out.close("li").line();
     }
     levels.push(heading.level());
-    out.open("li").open("a", "href", "#" + heading.id());
-    InlineMarkup.write(ContentsText.of(heading), out);
+    out.open("li", "dir", text.of(heading.text())).open("a", "href", "#" + heading.id());
+    InlineMarkup.write(ContentsText.of(heading), text, out);
     out.close("a");
   }
 

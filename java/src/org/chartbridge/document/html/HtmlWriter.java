@@ -25,11 +25,13 @@ public final class HtmlWriter implements DocumentWriter {
   public void write(Document document, ExportSettings settings, OutputStream out)
       throws IOException {
     Metadata metadata = document.metadata();
+    HtmlText text = new HtmlText(document);
     Markup page = new Markup();
-    page.raw("<!DOCTYPE html>\n").open("html", "lang", metadata.language()).line();
+    page.raw("<!DOCTYPE html>\n").open("html", "lang", metadata.language(), "dir", text.page())
+        .line();
     head(document, page);
     page.open("body").line().open("main").line();
-    title(metadata, page);
+    title(metadata, text, page);
     HtmlBlocks blocks = new HtmlBlocks(document, settings, page);
     document.blocks().forEach(block -> block.accept(blocks));
     page.close("main").line().close("body").line().close("html").line();
@@ -70,16 +72,17 @@ public final class HtmlWriter implements DocumentWriter {
         + (int) Paper.SIDE_MARGIN + "mm; }\n";
   }
 
-  private static void title(Metadata metadata, Markup page) {
+  private static void title(Metadata metadata, HtmlText text, Markup page) {
     if (metadata.isEmpty()) {
       return;
     }
     page.open("header").line();
     if (metadata.title() != null) {
-      page.element("h1", metadata.title()).line();
+      page.element("h1", metadata.title(), "dir", text.of(metadata.title())).line();
     }
     if (metadata.subtitle() != null) {
-      page.element("p", metadata.subtitle(), "class", "subtitle").line();
+      page.element("p", metadata.subtitle(), "class", "subtitle", "dir",
+          text.of(metadata.subtitle())).line();
     }
     if (!metadata.byline().isEmpty()) {
       page.open("p", "class", "byline");

@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 package org.chartbridge.document.odt;
 
+import java.util.List;
 import java.util.Locale;
 import org.chartbridge.document.export.ExportSettings;
 import org.chartbridge.document.export.Markup;
+import org.chartbridge.document.export.PageTable;
+import org.chartbridge.document.export.PageTables;
+import org.chartbridge.document.export.TableParts;
 import org.chartbridge.document.figure.FigureSize;
 import org.chartbridge.document.figure.Illustration;
 import org.chartbridge.document.model.Alignment;
@@ -27,6 +31,8 @@ final class OdtBlocks implements BlockVisitor {
   private final OdtPictures pictures;
   private final Markup out;
   private final Markup styles;
+  private final PageTables parts;
+  private final OdtText text;
   private int tables;
   private int figures;
   private int contents;
@@ -34,38 +40,43 @@ final class OdtBlocks implements BlockVisitor {
   /**
    * @param styles takes the styles that only one element has
    */
-  OdtBlocks(Document document, ExportSettings settings, OdtPictures pictures, Markup out,
-      Markup styles) {
+  OdtBlocks(Document document, ExportSettings settings, OdtPictures pictures, PageTables parts,
+      OdtText text, Markup out, Markup styles) {
     this.document = document;
     this.settings = settings;
     this.pictures = pictures;
     this.out = out;
     this.styles = styles;
+    this.parts = parts;
+    this.text = text;
   }
 
-  /** The style of that alignment; {@code left} completes the name for text on the left. */
-  static String aligned(String family, Alignment alignment, String left) {
+  /** The style of that alignment; {@code start} completes the name for text of none. */
+  static String aligned(String family, Alignment alignment, String start) {
     return family + switch (alignment) {
+      case START -> start;
       case CENTER -> "center";
       case RIGHT -> "right";
       case JUSTIFY -> "justify";
-      case LEFT -> left;
+      case LEFT -> "left";
     };
   }
 
   @Override
   public void heading(Heading heading) {
-    out.open("text:h", "text:style-name", "Heading_20_" + heading.level(), "text:outline-level",
+    String style = text.style("Heading_20_" + heading.level(), heading.text());
+    out.open("text:h", "text:style-name", style, "text:outline-level",
         Integer.toString(heading.level()));
     out.empty("text:bookmark-start", "text:name", heading.id());
-    OdtInline.write(heading.text(), out);
+    OdtInline.write(heading.text(), text, out);
     out.empty("text:bookmark-end", "text:name", heading.id()).close("text:h").line();
   }
 
   @Override
   public void paragraph(Paragraph paragraph) {
-    out.open("text:p", "text:style-name", aligned("Text_20_", paragraph.alignment(), "body"));
-    OdtInline.write(paragraph.text(), out);
+    String style = aligned("Text_20_", paragraph.alignment(), "body");
+    out.open("text:p", "text:style-name", text.style(style, paragraph.text()));
+    OdtInline.write(paragraph.text(), text, out);
     out.close("text:p").line();
   }
 
@@ -82,8 +93,8 @@ final class OdtBlocks implements BlockVisitor {
       boolean started = i == 0 && list.numbered() && list.start() != 1;
       out.open("text:list-item", "text:start-value",
           started ? Integer.toString(list.start()) : null);
-      out.open("text:p", "text:style-name", "List_20_item");
-      OdtInline.write(item.text(), out);
+      out.open("text:p", "text:style-name", text.style("List_20_item", item.text()));
+      OdtInline.write(item.text(), text, out);
       out.close("text:p");
       item.lists().forEach(this::items);
       out.close("text:list-item").line();
@@ -93,11 +104,16 @@ final class OdtBlocks implements BlockVisitor {
 
   @Override
   public void table(Table table) {
-    if (table.caption() != null) {
-      out.element("text:p", table.caption(), "text:style-name", "Table_20_caption").line();
+    List<PageTable> measured = parts.parts(table);
+    for (int i = 0; i < measured.size(); i++) {
+      String caption = TableParts.caption(table, i, measured.size());
+      if (caption != null) {
+        out.element("text:p", caption, "text:style-name", text.style("Table_20_caption", caption));
+        out.line();
+      }
+      new OdtTable(measured.get(i), "Table" + ++tables, text, out).write(styles);
+      out.empty("text:p", "text:style-name", "After_20_table").line();
     }
-    new OdtTable(table, document.paper(), "Table" + ++tables, out).write(styles);
-    out.empty("text:p", "text:style-name", "After_20_table").line();
   }
 
   @Override
@@ -112,7 +128,8 @@ final class OdtBlocks implements BlockVisitor {
     out.element("svg:desc", settings.alternative(figure)).close("draw:frame").close("text:p");
     out.line();
     if (captioned) {
-      out.element("text:p", figure.caption(), "text:style-name", "Figure_20_caption").line();
+      out.element("text:p", figure.caption(), "text:style-name",
+          text.style("Figure_20_caption", figure.caption())).line();
     }
   }
 
@@ -160,7 +177,7 @@ final class OdtBlocks implements BlockVisitor {
     out.open("text:p", "text:style-name", "Contents_20_" + heading.level());
     out.open("text:a", "xlink:type", "simple", "xlink:href", "#" + heading.id(),
         "text:style-name", "Contents_20_link");
-    OdtInline.write(ContentsText.of(heading), out);
+    OdtInline.write(ContentsText.of(heading), text, out);
     out.empty("text:tab");
     out.open("text:bookmark-ref", "text:reference-format", "page", "text:ref-name", heading.id());
     out.text("1").close("text:bookmark-ref").close("text:a").close("text:p").line();

@@ -3,26 +3,48 @@ package org.chartbridge.document.odt;
 
 import java.util.List;
 import org.chartbridge.document.export.Markup;
+import org.chartbridge.document.export.WholeNumbers;
 import org.chartbridge.document.model.Inline;
 import org.chartbridge.document.model.InlineVisitor;
 import org.chartbridge.document.model.TextStyle;
 
 /** Writes running text as OpenDocument. */
 final class OdtInline implements InlineVisitor {
-  private final Markup out;
+  private static final char NO_BREAK_SPACE = '\u00A0';
+  private static final char WORD_JOINER = '\u2060';
+  private static final String LEFT_TO_RIGHT_MARK = "\u200E";
 
-  private OdtInline(Markup out) {
+  private final Markup out;
+  private final WholeNumbers numbers;
+
+  private OdtInline(WholeNumbers numbers, Markup out) {
+    this.numbers = numbers;
     this.out = out;
   }
 
-  static void write(List<Inline> content, Markup out) {
-    OdtInline odt = new OdtInline(out);
+  static void write(List<Inline> content, OdtText text, Markup out) {
+    OdtInline odt = new OdtInline(text.numbers(content), out);
     content.forEach(inline -> inline.accept(odt));
   }
 
   @Override
   public void text(String text) {
-    out.text(text);
+    for (WholeNumbers.Part part : numbers.next(text)) {
+      out.text(part.isFragile() ? held(part) : part.text());
+    }
+  }
+
+  /** A number or date with signs that nobody sees where it would be broken or turned around. */
+  private static String held(WholeNumbers.Part part) {
+    String number = part.text();
+    StringBuilder held = new StringBuilder(number.replace(' ', NO_BREAK_SPACE));
+    for (int i = part.breaks().size() - 1; i >= 0; i--) {
+      int place = part.breaks().get(i);
+      if (number.charAt(place - 1) != ' ') {
+        held.insert(place, WORD_JOINER);
+      }
+    }
+    return part.turns() ? LEFT_TO_RIGHT_MARK + held + LEFT_TO_RIGHT_MARK : held.toString();
   }
 
   @Override
@@ -52,6 +74,7 @@ final class OdtInline implements InlineVisitor {
 
   @Override
   public void lineBreak() {
+    numbers.skip();
     out.empty("text:line-break");
   }
 }

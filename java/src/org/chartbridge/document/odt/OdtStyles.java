@@ -9,6 +9,7 @@ import org.chartbridge.document.export.Markup;
 import org.chartbridge.document.model.Document;
 import org.chartbridge.document.model.Heading;
 import org.chartbridge.document.model.Paper;
+import org.chartbridge.document.model.TextDirection;
 
 /** The styles of a document: those of styles.xml in the jar, with what depends on the document. */
 final class OdtStyles {
@@ -21,15 +22,20 @@ final class OdtStyles {
     Paper paper = document.paper();
     Locale locale = Locale.forLanguageTag(document.metadata().language());
     String title = document.metadata().title();
-    return template()
+    String country = locale.getCountry().isEmpty() ? "none" : locale.getCountry();
+    // Word processors keep the properties of three kinds of scripts apart.
+    return template().replace("@CONTENTS@", contents(paper))
+        .replaceAll("fo:(font-size|font-weight|font-style|language|country)=(\"[^\"]*\")",
+            "fo:$1=$2 style:$1-asian=$2 style:$1-complex=$2")
         .replace("@LANGUAGE@", locale.getLanguage())
-        .replace("@COUNTRY@", locale.getCountry().isEmpty() ? "none" : locale.getCountry())
-        .replace("@CONTENTS@", contents(paper))
+        .replace("@COUNTRY@", country)
+        .replace("@WRITING_MODE@", TextDirection.of(document).writingMode())
         .replace("@BULLETS@", bullets())
         .replace("@NUMBERS@", numbers())
         .replace("@PAGE_WIDTH@", paper.width() + "mm")
         .replace("@PAGE_HEIGHT@", paper.height() + "mm")
         .replace("@TEXT_WIDTH@", textWidth(paper) + "mm")
+        .replace("@TEXT_HEIGHT@", paper.height() - 2 * Paper.TOP_MARGIN + "mm")
         .replace("@TOP@", Paper.TOP_MARGIN + "mm")
         .replace("@SIDE@", Paper.SIDE_MARGIN + "mm")
         .replace("@TITLE@", new Markup().text(title == null ? "" : title).toString());

@@ -6,7 +6,6 @@ import java.util.Locale;
 import java.util.Map;
 import org.chartbridge.document.export.Markup;
 import org.chartbridge.document.export.PageTable;
-import org.chartbridge.document.model.Paper;
 import org.chartbridge.document.model.Table;
 
 /** Writes a table as OpenDocument. */
@@ -32,14 +31,16 @@ final class OdtTable {
   private final Table table;
   private final String name;
   private final PageTable measures;
+  private final OdtText text;
   private final Markup out;
   private final Map<Long, Table.Cell> places = new HashMap<>();
 
-  OdtTable(Table table, Paper paper, String name, Markup out) {
-    this.table = table;
+  OdtTable(PageTable measures, String name, OdtText text, Markup out) {
+    this.measures = measures;
     this.name = name;
+    this.text = text;
     this.out = out;
-    measures = new PageTable(table, paper);
+    table = measures.table();
     table.rows().forEach(row -> row.forEach(
         cell -> places.put(place(cell.row(), cell.column()), cell)));
   }
@@ -61,7 +62,8 @@ final class OdtTable {
   void write(Markup styles) {
     styles.open("style:style", "style:name", name, "style:family", "table");
     styles.empty("style:table-properties", "style:width", points(measures.width()), "table:align",
-        "left", "fo:margin-bottom", "12pt", "table:border-model", "collapsing",
+        text.isRightToLeft() ? "right" : "left", "style:writing-mode",
+        text.isRightToLeft() ? "rl-tb" : null, "fo:margin-bottom", "12pt", "table:border-model", "collapsing",
         "style:may-break-between-rows", PageTable.isShort(table) ? "false" : null);
     styles.close("style:style").line();
     out.open("table:table", "table:name", name, "table:style-name", name).line();
@@ -105,11 +107,12 @@ final class OdtTable {
     out.open("table:table-cell", "table:style-name", style(cell, from, to), "office:value-type",
         "string", "table:number-columns-spanned", span(cell.columnSpan()),
         "table:number-rows-spanned", span(cell.rowSpan()));
-    out.open("text:p", "text:style-name", OdtBlocks.aligned("Table_20_", cell.alignment(), "text"));
+    String style = OdtBlocks.aligned("Table_20_", cell.alignment(), "text");
+    out.open("text:p", "text:style-name", text.style(style, cell, measures.size()));
     if (cell.header()) {
       out.open("text:span", "text:style-name", "Strong");
     }
-    OdtInline.write(cell.text(), out);
+    OdtInline.write(cell.text(), text, out);
     if (cell.header()) {
       out.close("text:span");
     }

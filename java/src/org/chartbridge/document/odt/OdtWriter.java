@@ -4,9 +4,12 @@ package org.chartbridge.document.odt;
 import java.io.IOException;
 import java.io.OutputStream;
 import java.nio.charset.StandardCharsets;
+import java.util.List;
 import org.chartbridge.document.export.DocumentWriter;
 import org.chartbridge.document.export.ExportSettings;
 import org.chartbridge.document.export.Markup;
+import org.chartbridge.document.export.PageGroup;
+import org.chartbridge.document.export.PageTables;
 import org.chartbridge.document.model.Document;
 import org.chartbridge.document.model.Metadata;
 
@@ -30,9 +33,21 @@ public final class OdtWriter implements DocumentWriter {
   private static Markup content(Document document, ExportSettings settings, OdtPictures pictures) {
     Markup body = new Markup();
     Markup styles = new Markup();
-    title(document.metadata(), body);
-    OdtBlocks blocks = new OdtBlocks(document, settings, pictures, body, styles);
-    document.blocks().forEach(block -> block.accept(blocks));
+    OdtText text = new OdtText(document, styles);
+    PageTables tables = new PageTables(document);
+    OdtBlocks blocks = new OdtBlocks(document, settings, pictures, tables, text, body, styles);
+    List<PageGroup> groups = PageGroup.of(document, tables);
+    for (PageGroup group : groups) {
+      boolean first = group == groups.get(0);
+      if (!first || group.isTurned()) {
+        body.empty("text:p", "text:style-name",
+            group.isTurned() ? "Turned_20_page" : "Upright_20_page").line();
+      }
+      if (first) {
+        title(document.metadata(), text, body);
+      }
+      group.blocks().forEach(block -> block.accept(blocks));
+    }
     Markup content = new Markup();
     content.open("office:document-content", OdtNamespaces.ROOT).line();
     content.open("office:automatic-styles").line().raw(OdtTable.CELL_STYLES)
@@ -42,17 +57,17 @@ public final class OdtWriter implements DocumentWriter {
     return content.close("office:document-content").line();
   }
 
-  private static void title(Metadata metadata, Markup body) {
-    paragraph("Title", metadata.title(), body);
-    paragraph("Subtitle", metadata.subtitle(), body);
+  private static void title(Metadata metadata, OdtText text, Markup body) {
+    paragraph("Title", metadata.title(), text, body);
+    paragraph("Subtitle", metadata.subtitle(), text, body);
     if (!metadata.isEmpty()) {
-      paragraph("Byline", metadata.byline(), body);
+      paragraph("Byline", metadata.byline(), text, body);
     }
   }
 
-  private static void paragraph(String style, String text, Markup body) {
-    if (text != null) {
-      body.element("text:p", text, "text:style-name", style).line();
+  private static void paragraph(String style, String line, OdtText text, Markup body) {
+    if (line != null) {
+      body.element("text:p", line, "text:style-name", text.style(style, line)).line();
     }
   }
 

@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 package org.chartbridge.document.pdf;
 
+import java.util.List;
 import org.chartbridge.chart.Words;
 import org.chartbridge.document.export.ExportSettings;
+import org.chartbridge.document.export.PageTable;
+import org.chartbridge.document.export.PageTables;
+import org.chartbridge.document.export.TableParts;
 import org.chartbridge.document.figure.FigureSize;
 import org.chartbridge.document.figure.Illustration;
 import org.chartbridge.document.model.BlockVisitor;
@@ -14,24 +18,32 @@ import org.chartbridge.document.model.Heading;
 import org.chartbridge.document.model.ItemList;
 import org.chartbridge.document.model.PageBreak;
 import org.chartbridge.document.model.Paragraph;
+import org.chartbridge.document.model.PlainText;
 import org.chartbridge.document.model.Table;
+import org.chartbridge.document.model.TextDirection;
 
 /** Writes blocks as formatting objects. */
 final class FoBlocks implements BlockVisitor {
   private static final String ALWAYS = "always";
   private static final String AFTER = "7pt";
-  private static final int LONGEST_WORD = 60;
+  private static final String LEFT_TO_RIGHT_MARK = "\u200E";
+  private static final String RIGHT_TO_LEFT_MARK = "\u200F";
   private static final int FIRST_INDENT_LEVEL = 1;
 
   private final Document document;
   private final ExportSettings settings;
   private final PdfFigures figures;
+  private final PageTables tables;
+  private final PdfText setting;
   private final FoEvents out;
 
-  FoBlocks(Document document, ExportSettings settings, PdfFigures figures, FoEvents out) {
+  FoBlocks(Document document, ExportSettings settings, PdfFigures figures, PageTables tables,
+      PdfText setting, FoEvents out) {
     this.document = document;
     this.settings = settings;
     this.figures = figures;
+    this.tables = tables;
+    this.setting = setting;
     this.out = out;
   }
 
@@ -39,21 +51,26 @@ final class FoBlocks implements BlockVisitor {
   public void heading(Heading heading) {
     boolean titled = document.metadata().title() != null;
     int level = Math.min(6, heading.level() + (titled ? 1 : 0));
+    FoDirection turn = FoDirection.open(PlainText.of(heading.text()), setting, out,
+        "keep-with-next.within-page", ALWAYS);
     out.open("block", "id", heading.id(), "font-size",
         PdfStyle.points(PdfStyle.heading(heading.level())), "font-weight", "bold", "line-height",
         "1.25", "space-before", heading.level() == 1 ? "20pt" : "13pt", "space-after", "5pt",
         "keep-with-next.within-page", ALWAYS, "keep-together.within-page", ALWAYS, "role",
         "H" + level);
-    InlineFo.write(heading.text(), out, LONGEST_WORD);
+    InlineFo.write(heading.text(), setting, out);
     out.close("block");
+    turn.close();
   }
 
   @Override
   public void paragraph(Paragraph paragraph) {
+    FoDirection turn = FoDirection.open(PlainText.of(paragraph.text()), setting, out);
     out.open("block", "space-after", AFTER, "text-align", Words.of(paragraph.alignment()),
         "orphans", "2", "widows", "2");
-    InlineFo.write(paragraph.text(), out, LONGEST_WORD);
+    InlineFo.write(paragraph.text(), setting, out);
     out.close("block");
+    turn.close();
   }
 
   @Override
@@ -74,16 +91,22 @@ final class FoBlocks implements BlockVisitor {
     out.open("list-item-label", "end-indent", "label-end()").open("block", "text-align", "end");
     out.text(list.label(index)).close("block").close("list-item-label");
     out.open("list-item-body", "start-indent", "body-start()");
+    FoDirection turn = FoDirection.open(PlainText.of(item.text()), setting, out);
     out.open("block", "space-after", "2pt");
-    InlineFo.write(item.text(), out, LONGEST_WORD);
+    InlineFo.write(item.text(), setting, out);
     out.close("block");
+    turn.close();
     item.lists().forEach(this::list);
     out.close("list-item-body").close("list-item");
   }
 
   @Override
   public void table(Table table) {
-    new FoTable(table, document.paper(), out).write();
+    List<PageTable> parts = tables.parts(table);
+    for (int i = 0; i < parts.size(); i++) {
+      String caption = TableParts.caption(table, i, parts.size());
+      new FoTable(parts.get(i), caption, document.paper(), setting, out).write();
+    }
   }
 
   @Override
@@ -101,7 +124,12 @@ final class FoBlocks implements BlockVisitor {
     if (figure.caption() != null) {
       out.open("block", "font-size", "9pt", "color", "#444444", "space-before", "5pt",
           "keep-with-previous.within-page", ALWAYS);
-      out.text(figure.caption()).close("block");
+      FoDirection turn = FoDirection.open(figure.caption(), setting, out);
+      out.open("block");
+      InlineFo.write(figure.caption(), setting, out);
+      out.close("block");
+      turn.close();
+      out.close("block");
     }
     out.close("block");
   }
@@ -111,7 +139,8 @@ final class FoBlocks implements BlockVisitor {
     if (!contents.title().isEmpty()) {
       out.open("block", "font-weight", "bold", "font-size", "12pt", "space-before", "6pt",
           "space-after", "4pt", "keep-with-next.within-page", ALWAYS);
-      out.text(contents.title()).close("block");
+      InlineFo.write(contents.title(), setting, out);
+      out.close("block");
     }
     out.open("block", "space-after", "16pt");
     for (Heading heading : document.headings()) {
@@ -127,11 +156,22 @@ final class FoBlocks implements BlockVisitor {
     out.open("block", "text-align-last", "justify", "start-indent", indent + "pt", "end-indent",
         "0pt");
     out.open("basic-link", "internal-destination", heading.id());
-    InlineFo.write(ContentsText.of(heading), out, LONGEST_WORD);
+    InlineFo.write(ContentsText.of(heading), setting, out);
+    // Dots and page numbers would take the direction of the letters beside them.
+    mark(heading);
     out.empty("leader", "leader-pattern", "dots", "color", "#8a8a8a", "leader-pattern-width", "4pt",
         "leader-length.minimum", "12pt", "leader-length.maximum", "100%");
+    mark(heading);
     out.empty("page-number-citation", "ref-id", heading.id());
     out.close("basic-link").close("block");
+  }
+
+  private void mark(Heading heading) {
+    if (setting.direction() == TextDirection.RIGHT_TO_LEFT) {
+      out.text(RIGHT_TO_LEFT_MARK);
+    } else if (TextDirection.isMixed(PlainText.of(heading.text()))) {
+      out.text(LEFT_TO_RIGHT_MARK);
+    }
   }
 
   @Override

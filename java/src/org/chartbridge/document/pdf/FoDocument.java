@@ -5,6 +5,8 @@ import java.util.ArrayDeque;
 import java.util.Deque;
 import java.util.List;
 import org.chartbridge.document.export.ExportSettings;
+import org.chartbridge.document.export.PageGroup;
+import org.chartbridge.document.export.PageTables;
 import org.chartbridge.document.model.Block;
 import org.chartbridge.document.model.Document;
 import org.chartbridge.document.model.Heading;
@@ -12,49 +14,65 @@ import org.chartbridge.document.model.Metadata;
 import org.chartbridge.document.model.PageBreak;
 import org.chartbridge.document.model.Paper;
 import org.chartbridge.document.model.PlainText;
+import org.chartbridge.document.model.TextDirection;
 
 /** Writes a document as formatting objects: the pages, the bookmarks and the flow of its blocks. */
 final class FoDocument {
   private static final String PAGE = "page";
+  private static final String TURNED = "turned-page";
   private static final String LAST = "last-page";
 
   private final Document document;
-  private final ExportSettings settings;
-  private final PdfFigures figures;
+  private final PageTables tables;
+  private final PdfText setting;
+  private final FoBlocks blocks;
   private final FoEvents out;
 
-  FoDocument(Document document, ExportSettings settings, PdfFigures figures, FoEvents out) {
+  FoDocument(Document document, ExportSettings settings, PdfFigures figures, PageTables tables,
+      PdfText setting, FoEvents out) {
     this.document = document;
-    this.settings = settings;
-    this.figures = figures;
+    this.tables = tables;
+    this.setting = setting;
     this.out = out;
+    blocks = new FoBlocks(document, settings, figures, tables, setting, out);
   }
 
   void write() {
     out.startDocument();
     out.open("root", "font-family", PdfStyle.FAMILIES, "font-size", PdfStyle.points(PdfStyle.SIZE),
         "line-height", "1.45", "color", PdfStyle.TEXT, "xml:lang",
-        document.metadata().language(), "line-height-shift-adjustment", "disregard-shifts");
-    pages(document.paper());
+        document.metadata().language(), "line-height-shift-adjustment", "disregard-shifts",
+        "writing-mode", setting.direction() == TextDirection.RIGHT_TO_LEFT
+            ? setting.direction().writingMode() : null);
+    Paper paper = document.paper();
+    out.open("layout-master-set");
+    pages(PAGE, paper.width(), paper.height(), Paper.SIDE_MARGIN, Paper.TOP_MARGIN);
+    pages(TURNED, paper.height(), paper.width(), Paper.TOP_MARGIN, Paper.SIDE_MARGIN);
+    out.close("layout-master-set");
     bookmarks(document.headings());
-    out.open("page-sequence", "master-reference", PAGE, "id", LAST);
-    footer();
-    out.open("flow", "flow-name", "xsl-region-body");
-    title(document.metadata());
-    blocks();
-    out.close("flow").close("page-sequence").close("root");
+    List<PageGroup> groups = PageGroup.of(document, tables);
+    for (int i = 0; i < groups.size(); i++) {
+      PageGroup group = groups.get(i);
+      out.open("page-sequence", "master-reference", group.isTurned() ? TURNED : PAGE, "id",
+          i == groups.size() - 1 ? LAST : null);
+      footer();
+      out.open("flow", "flow-name", "xsl-region-body");
+      if (i == 0) {
+        title(document.metadata());
+      }
+      blocks(group.blocks(), i > 0 || document.metadata().isEmpty());
+      out.close("flow").close("page-sequence");
+    }
+    out.close("root");
     out.endDocument();
   }
 
-  private void pages(Paper paper) {
-    String top = Paper.TOP_MARGIN + "mm";
-    out.open("layout-master-set");
-    out.open("simple-page-master", "master-name", PAGE, "page-width", paper.width() + "mm",
-        "page-height", paper.height() + "mm", "margin-left", Paper.SIDE_MARGIN + "mm",
-        "margin-right", Paper.SIDE_MARGIN + "mm");
-    out.empty("region-body", "margin-top", top, "margin-bottom", top);
-    out.empty("region-after", "extent", top);
-    out.close("simple-page-master").close("layout-master-set");
+  private void pages(String name, double width, double height, double side, double top) {
+    out.open("simple-page-master", "master-name", name, "page-width", width + "mm", "page-height",
+        height + "mm", "margin-left", side + "mm", "margin-right", side + "mm");
+    out.empty("region-body", "margin-top", top + "mm", "margin-bottom", top + "mm");
+    out.empty("region-after", "extent", top + "mm");
+    out.close("simple-page-master");
   }
 
   private void footer() {
@@ -62,7 +80,9 @@ final class FoDocument {
     out.open("static-content", "flow-name", "xsl-region-after");
     out.open("block", "font-size", "8.5pt", "color", PdfStyle.MUTED, "padding-before", "9mm",
         "text-align-last", "justify");
-    out.text(title == null ? "" : shortened(title));
+    if (title != null) {
+      InlineFo.write(shortened(title), setting, out);
+    }
     out.empty("leader", "leader-pattern", "space");
     out.empty("page-number").text(" / ").empty("page-number-citation-last", "ref-id", LAST);
     out.close("block").close("static-content");
@@ -110,23 +130,29 @@ final class FoDocument {
 
   private void line(String text, String... attributes) {
     if (text != null) {
-      out.open("block", attributes).text(text).close("block");
+      FoDirection turn = FoDirection.open(text, setting, out);
+      out.open("block", attributes);
+      InlineFo.write(text, setting, out);
+      out.close("block");
+      turn.close();
     }
   }
 
-  private void blocks() {
-    FoBlocks visitor = new FoBlocks(document, settings, figures, out);
+  /**
+   * @param isNewPage whether there is nothing on the page yet
+   */
+  private void blocks(List<Block> group, boolean isNewPage) {
     boolean breakBefore = false;
     boolean any = false;
-    for (Block block : document.blocks()) {
+    for (Block block : group) {
       if (block instanceof PageBreak) {
-        breakBefore = any || !document.metadata().isEmpty();
+        breakBefore = any || !isNewPage;
         continue;
       }
       if (breakBefore) {
         out.open("block", "break-before", "page");
       }
-      block.accept(visitor);
+      block.accept(blocks);
       if (breakBefore) {
         out.close("block");
       }

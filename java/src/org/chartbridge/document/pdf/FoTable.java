@@ -1,34 +1,52 @@
 // SPDX-License-Identifier: Apache-2.0
 package org.chartbridge.document.pdf;
 
-import org.chartbridge.chart.Words;
 import org.chartbridge.document.export.PageTable;
 import org.chartbridge.document.model.Paper;
+import org.chartbridge.document.model.PlainText;
 import org.chartbridge.document.model.Table;
+import org.chartbridge.document.model.TextDirection;
 
 /** Writes a table as formatting objects; its header comes again on every page that it takes. */
 final class FoTable {
-  private final Table table;
-  private final FoEvents out;
   private final PageTable measures;
+  private final Table table;
+  private final String caption;
+  private final Paper paper;
+  private final PdfText setting;
+  private final FoEvents out;
 
-  FoTable(Table table, Paper paper, FoEvents out) {
-    this.table = table;
+  /**
+   * @param caption what stands above it, or null
+   */
+  FoTable(PageTable measures, String caption, Paper paper, PdfText setting, FoEvents out) {
+    this.measures = measures;
+    this.caption = caption;
+    this.paper = paper;
+    this.setting = setting;
     this.out = out;
-    measures = new PageTable(table, paper);
+    table = measures.table();
   }
 
   void write() {
     out.open("block", "space-before", "8pt", "space-after", "14pt", "keep-together.within-page",
         PageTable.isShort(table) ? PdfStyle.KEEP : null);
-    if (table.caption() != null) {
+    if (caption != null) {
+      FoDirection turn = FoDirection.open(caption, setting, out, "keep-with-next.within-page",
+          "always");
       out.open("block", "font-weight", "bold", "font-size", "9.5pt", "space-after", "4pt",
           "keep-with-next.within-page", "always");
-      out.text(table.caption()).close("block");
+      InlineFo.write(caption, setting, out);
+      out.close("block");
+      turn.close();
     }
+    // Formatters put tables on the left, whichever way the page runs.
+    boolean fromRight = setting.direction() == TextDirection.RIGHT_TO_LEFT;
+    double before = measures.room(paper) - measures.width();
     out.open("table", "table-layout", "fixed", "width", PdfStyle.points(measures.width()),
-        "font-size", PdfStyle.points(PageTable.SIZE), "line-height", "1.35", "border-collapse",
-        "separate", "border-spacing", "0pt");
+        "margin-left", fromRight ? PdfStyle.points(before) : null, "font-size",
+        PdfStyle.points(measures.size()), "line-height", "1.35", "border-collapse", "separate",
+        "border-spacing", "0pt");
     for (int i = 0; i < table.columns().size(); i++) {
       out.empty("table-column", "column-width", PdfStyle.points(measures.column(i)));
     }
@@ -72,14 +90,17 @@ final class FoTable {
       below = "0.4pt solid #8a8a8a";
     }
     out.open("table-cell", "number-columns-spanned", span(cell.columnSpan()), "number-rows-spanned",
-        span(cell.rowSpan()), "padding", "2.5pt " + PdfStyle.points(PageTable.PADDING),
-        "border-top", above, "border-bottom", below, "text-align", Words.of(cell.alignment()),
+        span(cell.rowSpan()), "padding", "2.5pt " + PdfStyle.points(measures.padding()),
+        "border-top", above, "border-bottom", below, "text-align", PdfStyle.alignment(cell.alignment(), setting.direction()),
         "display-align", inHeader ? "after" : "before", "font-weight",
         cell.header() ? "bold" : null, "role", cell.header() ? "TH" : null,
         "start-indent", "0pt");
+    FoDirection turn = FoDirection.open(PlainText.of(cell.text()), setting, out);
     out.open("block");
-    InlineFo.write(cell.text(), out, measures.longestWord(cell));
-    out.close("block").close("table-cell");
+    InlineFo.write(cell.text(), measures.detail(), setting, out);
+    out.close("block");
+    turn.close();
+    out.close("table-cell");
   }
 
   private static String span(int span) {

@@ -5,12 +5,15 @@ import java.awt.Font;
 import java.io.ByteArrayInputStream;
 import java.net.URI;
 import java.nio.file.Path;
+import java.util.Collection;
 import java.util.LinkedHashSet;
 import java.util.Set;
 import org.apache.fop.configuration.Configuration;
 import org.apache.fop.configuration.ConfigurationException;
 import org.apache.fop.configuration.DefaultConfigurationBuilder;
 import org.chartbridge.chart.ChartException;
+import org.chartbridge.document.export.FontFace;
+import org.chartbridge.document.export.Typeface;
 import org.chartbridge.image.FontFiles;
 import org.chartbridge.xml.XmlElement;
 import org.chartbridge.xml.XmlWriter;
@@ -20,7 +23,11 @@ final class PdfFontList {
   private final XmlElement fonts = element("fonts");
   private final Set<URI> files = new LinkedHashSet<>();
 
-  PdfFontList() {
+  /**
+   * @param typefaces that the document is set in; those among them that are not always there are
+   *     added
+   */
+  PdfFontList(Collection<Typeface> typefaces) {
     for (FontFiles.Family family : FontFiles.FAMILIES) {
       for (int face = 0; face < family.fileNames().size(); face++) {
         Path file = FontFiles.find(family.fileNames().get(face));
@@ -30,9 +37,26 @@ final class PdfFontList {
         }
       }
     }
+    typefaces.stream().filter(typeface -> !isUsual(typeface)).forEach(this::add);
     if (files.isEmpty()) {
       throw new ChartException("there are no fonts for PDF: neither the Liberation nor the DejaVu"
           + " fonts are installed");
+    }
+  }
+
+  private static boolean isUsual(Typeface typeface) {
+    return FontFiles.FAMILIES.stream().anyMatch(family -> family.name().equals(typeface.name()));
+  }
+
+  private void add(Typeface typeface) {
+    for (int style = 0; style < typeface.faces().size(); style++) {
+      FontFace face = typeface.face(style);
+      URI uri = FontCollectionFiles.uri(face);
+      files.add(uri);
+      XmlElement font = font(typeface.name(), style, uri);
+      // Bold letters that no file has are made of the others.
+      boolean made = (style & Font.BOLD) != 0 && typeface.faces().get(Font.BOLD) == null;
+      fonts.with(made ? font.with("simulate-style", "true") : font);
     }
   }
 

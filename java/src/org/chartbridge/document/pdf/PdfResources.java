@@ -28,6 +28,9 @@ final class PdfResources implements ResourceResolver {
       byte[] bytes = figure.image() == null ? new byte[0] : figure.image().bytes();
       return new Resource(new ByteArrayInputStream(bytes));
     }
+    if (fonts.contains(uri) && FontCollectionFiles.isOf(uri)) {
+      return new Resource(new ByteArrayInputStream(FontCollectionFiles.read(uri)));
+    }
     if (fonts.contains(uri)) {
       return new Resource(Files.newInputStream(Path.of(uri)));
     }

@@ -2,6 +2,9 @@
 package org.chartbridge.document.pdf;
 
 import java.util.Locale;
+import org.chartbridge.chart.Words;
+import org.chartbridge.document.model.Alignment;
+import org.chartbridge.document.model.TextDirection;
 
 /** Fonts, sizes and colours of pages; lengths in points. */
 final class PdfStyle {
@@ -24,6 +27,19 @@ final class PdfStyle {
 
   static double heading(int level) {
     return HEADINGS[level - 1];
+  }
+
+  /** The name of a font family as formatting objects take it. */
+  static String quoted(String family) {
+    return "'" + family.replace("'", "") + "'";
+  }
+
+  /** The alignment of cells: those of a column stand below each other, whatever is in them. */
+  static String alignment(Alignment alignment, TextDirection direction) {
+    if (alignment != Alignment.START) {
+      return Words.of(alignment);
+    }
+    return direction == TextDirection.RIGHT_TO_LEFT ? "right" : "left";
   }
 
   static String points(double length) {

@@ -15,9 +15,11 @@ import org.apache.xmlgraphics.util.MimeConstants;
 import org.chartbridge.chart.ChartException;
 import org.chartbridge.document.export.DocumentWriter;
 import org.chartbridge.document.export.ExportSettings;
+import org.chartbridge.document.export.PageTables;
 import org.chartbridge.document.model.Document;
 import org.chartbridge.document.model.Metadata;
 import org.chartbridge.image.LibraryLogs;
+import org.xml.sax.helpers.DefaultHandler;
 
 /**
  * Writes PDF: pages with numbers, bookmarks, embedded fonts, figures as vectors, and a structure
@@ -34,13 +36,16 @@ public final class PdfWriter implements DocumentWriter {
   public void write(Document document, ExportSettings settings, OutputStream out)
       throws IOException {
     FormatterReport report = new FormatterReport();
+    PageTables tables = new PageTables(document);
+    PdfText setting = setting(document, settings, tables);
     try (PdfFigures figures = new PdfFigures()) {
-      FOUserAgent agent = factory().newFOUserAgent();
+      FOUserAgent agent = factory(setting).newFOUserAgent();
       agent.getEventBroadcaster().addEventListener(report);
       describe(document.metadata(), agent);
+      agent.setDocumentHandlerOverride(new LanguageHandler(agent));
       Fop fop = agent.newFop(MimeConstants.MIME_PDF, out);
       FoEvents events = new FoEvents(fop.getDefaultHandler());
-      new FoDocument(document, settings, figures, events).write();
+      new FoDocument(document, settings, figures, tables, setting, events).write();
     } catch (FOPException | RuntimeException e) {
       throw failure(report, e);
     }
@@ -60,8 +65,19 @@ public final class PdfWriter implements DocumentWriter {
     return new ChartException("the PDF cannot be laid out: " + cause.getMessage(), e);
   }
 
-  private static FopFactory factory() {
-    PdfFontList fonts = new PdfFontList();
+  /** Goes through the document once to learn which fonts it needs. */
+  private static PdfText setting(Document document, ExportSettings settings, PageTables tables) {
+    PdfText setting = new PdfText(document);
+    try (PdfFigures figures = new PdfFigures()) {
+      FoEvents nowhere = new FoEvents(new DefaultHandler());
+      new FoDocument(document, settings, figures, tables, setting, nowhere).write();
+    }
+    setting.check();
+    return setting;
+  }
+
+  private static FopFactory factory(PdfText setting) {
+    PdfFontList fonts = new PdfFontList(setting.typefaces());
     EnvironmentProfile environment = EnvironmentalProfileFactory.createRestrictedIO(
         new File("/").toURI(), new PdfResources(fonts.files()));
     return new FopFactoryBuilder(environment)

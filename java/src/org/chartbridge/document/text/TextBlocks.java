@@ -2,7 +2,9 @@
 package org.chartbridge.document.text;
 
 import java.util.List;
+import java.util.Locale;
 import org.chartbridge.document.export.ExportSettings;
+import org.chartbridge.document.export.TableParts;
 import org.chartbridge.document.model.Alignment;
 import org.chartbridge.document.model.BlockVisitor;
 import org.chartbridge.document.model.Contents;
@@ -22,11 +24,13 @@ final class TextBlocks implements BlockVisitor {
 
   private final Document document;
   private final ExportSettings settings;
+  private final Locale language;
   private final StringBuilder out;
 
   TextBlocks(Document document, ExportSettings settings, StringBuilder out) {
     this.document = document;
     this.settings = settings;
+    language = document.metadata().locale();
     this.out = out;
   }
 
@@ -36,7 +40,7 @@ final class TextBlocks implements BlockVisitor {
       out.append('\n');
     }
     int longest = 0;
-    for (String line : TextLines.wrap(PlainText.of(heading.text()), WIDTH, false)) {
+    for (String line : TextLines.wrap(PlainText.of(heading.text()), WIDTH, language)) {
       line(line);
       longest = Math.max(longest, TextWidth.of(line));
     }
@@ -48,7 +52,7 @@ final class TextBlocks implements BlockVisitor {
 
   @Override
   public void paragraph(Paragraph paragraph) {
-    for (String line : TextLines.wrap(MarkedText.of(paragraph.text()), WIDTH, false)) {
+    for (String line : TextLines.wrap(MarkedText.of(paragraph.text()), WIDTH, language)) {
       line(TextLines.aligned(line, WIDTH, paragraph.alignment()));
     }
     line("");
@@ -68,7 +72,7 @@ final class TextBlocks implements BlockVisitor {
       String label = indent + " ".repeat(widest - label(list, i).length()) + label(list, i) + " ";
       String inner = " ".repeat(label.length());
       String text = MarkedText.of(item.text());
-      List<String> lines = TextLines.wrap(text, Math.max(20, WIDTH - inner.length()), false);
+      List<String> lines = TextLines.wrap(text, Math.max(20, WIDTH - inner.length()), language);
       for (int line = 0; line < lines.size(); line++) {
         line((line == 0 ? label : inner) + lines.get(line));
       }
@@ -83,11 +87,15 @@ final class TextBlocks implements BlockVisitor {
 
   @Override
   public void table(Table table) {
-    if (table.caption() != null) {
-      TextLines.wrap(table.caption(), WIDTH, false).forEach(this::line);
+    List<List<String>> parts = TextTable.draw(table, WIDTH, language);
+    for (int i = 0; i < parts.size(); i++) {
+      String caption = TableParts.caption(table, i, parts.size());
+      if (caption != null) {
+        TextLines.wrap(caption, WIDTH, language).forEach(this::line);
+      }
+      parts.get(i).forEach(this::line);
+      line("");
     }
-    TextTable.draw(table, WIDTH).forEach(this::line);
-    line("");
   }
 
   @Override
@@ -99,9 +107,9 @@ final class TextBlocks implements BlockVisitor {
     };
     String shown = settings.alternative(figure);
     String text = shown.equals(kind) ? kind : kind + ": " + shown;
-    TextLines.wrap("[" + text + "]", WIDTH, false).forEach(this::line);
+    TextLines.wrap("[" + text + "]", WIDTH, language).forEach(this::line);
     if (figure.caption() != null && !figure.caption().strip().equals(shown)) {
-      TextLines.wrap(figure.caption(), WIDTH, false).forEach(this::line);
+      TextLines.wrap(figure.caption(), WIDTH, language).forEach(this::line);
     }
     line("");
   }
@@ -116,7 +124,7 @@ final class TextBlocks implements BlockVisitor {
       if (heading.level() <= contents.depth()) {
         String indent = "  ".repeat(heading.level() - 1);
         String text = PlainText.of(heading.text());
-        TextLines.wrap(text, WIDTH - indent.length(), false).forEach(part -> line(indent + part));
+        TextLines.wrap(text, WIDTH - indent.length(), language).forEach(part -> line(indent + part));
       }
     }
     line("");

@@ -3,60 +3,47 @@ package org.chartbridge.document.text;
 
 import java.util.ArrayList;
 import java.util.List;
+import java.util.Locale;
+import org.chartbridge.document.export.LineBreaks;
 import org.chartbridge.document.model.Alignment;
 
 /** Breaks text into lines of a width in columns. */
 final class TextLines {
   private TextLines() {}
 
+  /** Breaks between words only. */
+  static List<String> wrap(String text, int width, Locale language) {
+    return wrap(text, width, language, LineBreaks.Detail.WORDS);
+  }
+
   /**
    * @param text its line ends are kept
-   * @param breakWords whether words longer than a line are cut; else they stick out
+   * @param detail where it may be broken; what is longer than a line and may not be broken sticks out
    */
-  static List<String> wrap(String text, int width, boolean breakWords) {
+  static List<String> wrap(String text, int width, Locale language, LineBreaks.Detail detail) {
     List<String> lines = new ArrayList<>();
     for (String paragraph : text.split("\n", -1)) {
+      LineBreaks breaks = new LineBreaks(paragraph, language);
       StringBuilder line = new StringBuilder();
-      for (String word : paragraph.split(" ")) {
-        add(word, line, lines, width, breakWords);
+      for (String word : breaks.pieces(LineBreaks.Detail.WORDS)) {
+        // Words are broken only where they do not fit a line of their own.
+        boolean whole = TextWidth.of(word.stripTrailing()) <= width;
+        List<String> pieces = whole
+            ? List.of(word) : new LineBreaks(word, language).pieces(detail);
+        pieces.forEach(piece -> add(piece, line, lines, width));
       }
-      lines.add(line.toString());
+      lines.add(line.toString().stripTrailing());
     }
     return lines;
   }
 
-  private static void add(
-      String word, StringBuilder line, List<String> lines, int width, boolean breakWords) {
-    boolean fits = TextWidth.of(line.toString()) + 1 + TextWidth.of(word) <= width;
+  private static void add(String piece, StringBuilder line, List<String> lines, int width) {
+    boolean fits = TextWidth.of(line.toString()) + TextWidth.of(piece.stripTrailing()) <= width;
     if (line.length() > 0 && !fits) {
-      lines.add(line.toString());
+      lines.add(line.toString().stripTrailing());
       line.setLength(0);
     }
-    if (line.length() > 0) {
-      line.append(' ');
-    }
-    String rest = word;
-    while (breakWords && TextWidth.of(rest) > width) {
-      int end = prefix(rest, width);
-      lines.add(rest.substring(0, end));
-      rest = rest.substring(end);
-    }
-    line.append(rest);
-  }
-
-  /** How many characters fit, at least one. */
-  private static int prefix(String text, int width) {
-    int end = text.offsetByCodePoints(0, 1);
-    int used = TextWidth.of(text.codePointAt(0));
-    while (end < text.length()) {
-      int next = text.codePointAt(end);
-      used += TextWidth.of(next);
-      if (used > width) {
-        break;
-      }
-      end += Character.charCount(next);
-    }
-    return end;
+    line.append(piece);
   }
 
   /** The line with blanks in front of it as its alignment asks for. */

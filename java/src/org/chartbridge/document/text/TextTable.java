@@ -5,8 +5,10 @@ import java.util.ArrayList;
 import java.util.Arrays;
 import java.util.HashMap;
 import java.util.List;
+import java.util.Locale;
 import java.util.Map;
-import org.chartbridge.document.export.ColumnWidths;
+import org.chartbridge.document.export.LineBreaks;
+import org.chartbridge.document.export.TableParts;
 import org.chartbridge.document.model.Table;
 
 /**
@@ -29,12 +31,12 @@ final class TextTable {
   private final boolean[][] horizontal;
   private final boolean[][] vertical;
 
-  private TextTable(Table table, int available) {
+  private TextTable(Table table, TextMeasures measures, int available) {
     this.table = table;
-    widths = widths(table, available);
+    widths = measures.widths(table, available);
     for (List<Table.Cell> row : table.rows()) {
       for (Table.Cell cell : row) {
-        List<String> lines = TextLines.wrap(MarkedText.plain(cell.text()), inner(cell), true);
+        List<String> lines = measures.lines(cell, inner(cell));
         texts.put(cell, lines);
         boolean several = lines.size() > 1 || cell.rowSpan() > 1;
         linedHeader |= several && cell.row() < table.headerRows();
@@ -53,21 +55,33 @@ final class TextTable {
     vertical = new boolean[height][width];
   }
 
-  /** The lines of the table, none longer than {@code available} columns unless it has to be. */
-  static List<String> draw(Table table, int available) {
-    TextTable text = new TextTable(table, available);
-    for (List<Table.Cell> row : table.rows()) {
-      row.forEach(text::draw);
+  /**
+   * The table in lines of no more than {@code available} columns; in several parts, each with the
+   * columns in front, where it is wider. Only a column that is too wide by itself sticks out.
+   */
+  static List<List<String>> draw(Table table, int available, Locale language) {
+    for (LineBreaks.Detail detail : LineBreaks.Detail.values()) {
+      TextMeasures measures = new TextMeasures(language, detail);
+      double[] least = measures.least(table);
+      if (Arrays.stream(least).sum() + 1 <= available) {
+        return List.of(new TextTable(table, measures, available).drawn());
+      }
+      List<Table> parts = detail == LineBreaks.Detail.WORDS
+          ? null : TableParts.of(table, least, available - 1);
+      if (parts != null) {
+        return parts.stream().map(
+            part -> new TextTable(part, measures, available).drawn()).toList();
+      }
     }
-    return text.lines();
+    TextMeasures measures = new TextMeasures(language, LineBreaks.Detail.ANYWHERE);
+    return List.of(new TextTable(table, measures, available).drawn());
   }
 
-  private static int[] widths(Table table, int available) {
-    int columns = table.columns().size();
-    double room = Math.max(columns, available - 3 * columns - 1);
-    double[] exact = ColumnWidths.of(table,
-        cell -> List.of(MarkedText.plain(cell.text()).split("\n")), TextWidth::of, 3, room);
-    return Arrays.stream(exact).mapToInt(width -> Math.max(1, (int) Math.floor(width))).toArray();
+  private List<String> drawn() {
+    for (List<Table.Cell> row : table.rows()) {
+      row.forEach(this::draw);
+    }
+    return lines();
   }
 
   private int inner(Table.Cell cell) {

@@ -28,16 +28,17 @@ public final class TextWriter implements DocumentWriter {
     }
     String rule = "=".repeat(WIDTH);
     text.append(rule).append('\n');
-    append(metadata.title(), text);
-    append(metadata.subtitle(), text);
-    append(metadata.author(), text);
-    append(metadata.date(), text);
+    append(metadata.title(), metadata, text);
+    append(metadata.subtitle(), metadata, text);
+    append(metadata.author(), metadata, text);
+    append(metadata.date(), metadata, text);
     text.append(rule).append("\n\n");
   }
 
-  private static void append(String line, StringBuilder text) {
+  private static void append(String line, Metadata metadata, StringBuilder text) {
     if (line != null) {
-      TextLines.wrap(line, WIDTH, false).forEach(part -> text.append(part).append('\n'));
+      TextLines.wrap(line, WIDTH, metadata.locale())
+          .forEach(part -> text.append(part).append('\n'));
     }
   }
 }

@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: Apache-2.0
+package org.chartbridge.document.export;
+
+import java.awt.Font;
+import java.lang.Character.UnicodeScript;
+import java.nio.file.Path;
+import java.util.ArrayList;
+import java.util.Arrays;
+import java.util.Comparator;
+import java.util.EnumSet;
+import java.util.HashMap;
+import java.util.List;
+import java.util.Locale;
+import java.util.Map;
+import java.util.Set;
+import org.chartbridge.image.FontFiles;
+
+/** Finds fonts for characters that the usual ones lack. What was found is remembered. */
+final class InstalledFonts {
+  /**
+   * Scripts that come out right letter by letter, or that the formatter joins and orders. Others need
+   * their letters rearranged, and half-right text is worse than a message.
+   */
+  private static final Set<UnicodeScript> SCRIPTS = EnumSet.of(UnicodeScript.COMMON,
+      UnicodeScript.INHERITED, UnicodeScript.LATIN, UnicodeScript.GREEK, UnicodeScript.CYRILLIC,
+      UnicodeScript.ARABIC, UnicodeScript.HEBREW, UnicodeScript.ARMENIAN, UnicodeScript.GEORGIAN,
+      UnicodeScript.ETHIOPIC, UnicodeScript.CHEROKEE, UnicodeScript.HAN, UnicodeScript.HIRAGANA,
+      UnicodeScript.KATAKANA, UnicodeScript.BOPOMOFO, UnicodeScript.HANGUL, UnicodeScript.YI);
+
+  /** Fonts made for a language, in small letters, the best first; any other is as good. */
+  private static final Map<String, List<String>> PREFERRED = Map.of(
+      "ja", List.of("cjk jp", "cjkjp", "sansjp", "ipaexg", "ipag", "takao", "vl-gothic", "vlgothic"),
+      "ko", List.of("cjk kr", "cjkkr", "sanskr", "nanumgothic", "undotum", "baekmuk"),
+      "zh-hant", List.of("cjk tc", "cjktc", "sanstc", "cjk hk", "uming", "cjk sc"),
+      "zh", List.of("cjk sc", "cjksc", "sanssc", "wqy-zenhei", "wqy-microhei", "uming"),
+      "ar", List.of("notonaskharabic", "notosansarabic", "amiri"),
+      "he", List.of("notosanshebrew"));
+
+  private static final List<String> NOT_FOR_TEXT = List.of("bold", "italic", "oblique", "light",
+      "thin", "black", "heavy", "medium", "condensed", "mono", "serif", "emoji", "symbol");
+
+  private static final Map<Path, FontFace[]> FACES = new HashMap<>();
+  private static final Map<String, Typeface> TYPEFACES = new HashMap<>();
+  private static final Map<String, Map<Integer, Typeface>> FOUND = new HashMap<>();
+
+  private InstalledFonts() {}
+
+  static boolean isSet(int character) {
+    return SCRIPTS.contains(UnicodeScript.of(character));
+  }
+
+  static synchronized Typeface find(int character, Locale language) {
+    Map<Integer, Typeface> found =
+        FOUND.computeIfAbsent(key(language), key -> new HashMap<>());
+    if (!found.containsKey(character)) {
+      found.put(character, isSet(character) ? search(character, key(language), found) : null);
+    }
+    return found.get(character);
+  }
+
+  private static String key(Locale language) {
+    String code = language.getLanguage();
+    boolean traditional = language.getScript().equals("Hant")
+        || language.getScript().isEmpty() && Set.of("TW", "HK", "MO").contains(language.getCountry());
+    return code.equals("zh") && traditional ? "zh-hant" : code;
+  }
+
+  private static Typeface search(
+      int character, String language, Map<Integer, Typeface> found) {
+    // What was good for other characters comes first, so that a text is set in few fonts.
+    for (Typeface typeface : found.values().stream().distinct().toList()) {
+      if (typeface != null && typeface.faces().get(Font.PLAIN).draws(character)) {
+        return typeface;
+      }
+    }
+    List<String> preferred = PREFERRED.getOrDefault(language, List.of());
+    List<Path> files = new ArrayList<>(FontFiles.all());
+    files.sort(Comparator.comparingInt(file -> rank(name(file), preferred)));
+    for (Path file : files) {
+      FontFace[] faces = FACES.computeIfAbsent(file, FontFace::read);
+      FontFace[] ranked = faces.clone();
+      Arrays.sort(ranked, Comparator.comparingInt(
+          face -> rank(face.name().toLowerCase(Locale.ROOT), preferred)));
+      for (FontFace face : ranked) {
+        if (face.draws(character)) {
+          return TYPEFACES.computeIfAbsent(
+              "Installed " + file + " " + face.index(), name -> typeface(name, face));
+        }
+      }
+    }
+    return null;
+  }
+
+  private static String name(Path file) {
+    return file.getFileName().toString().toLowerCase(Locale.ROOT);
+  }
+
+  /** Small numbers for what is made for the language, large ones for what is not for plain text. */
+  private static int rank(String name, List<String> preferred) {
+    int rank = preferred.size();
+    for (int i = 0; i < preferred.size(); i++) {
+      if (name.contains(preferred.get(i))) {
+        rank = i;
+        break;
+      }
+    }
+    // A collection has the fonts of several languages.
+    boolean collection = name.contains("cjk") && name.contains(".tt");
+    rank = collection ? 0 : rank;
+    return NOT_FOR_TEXT.stream().anyMatch(name::contains) ? rank + 100 : rank;
+  }
+
+  private static Typeface typeface(String name, FontFace plain) {
+    return new Typeface(name, Arrays.asList(plain, bold(plain), null, null));
+  }
+
+  /** The bold face in the file beside, or null. */
+  private static FontFace bold(FontFace plain) {
+    String fileName = plain.file().getFileName().toString();
+    String boldName = fileName.contains("Regular")
+        ? fileName.replace("Regular", "Bold") : fileName.replaceFirst("\\.(?=[^.]*$)", "Bold.");
+    Path file = FontFiles.find(boldName);
+    FontFace[] faces = file == null ? new FontFace[0] : FACES.computeIfAbsent(file, FontFace::read);
+    return plain.index() < faces.length ? faces[plain.index()] : null;
+  }
+}
