@@ -22,6 +22,7 @@ import org.chartbridge.document.model.ImageData;
 import org.chartbridge.document.model.ItemList;
 import org.chartbridge.document.model.PageBreak;
 import org.chartbridge.document.model.Paragraph;
+import org.chartbridge.document.model.PlainText;
 import org.chartbridge.document.model.Table;
 import org.chartbridge.image.ImageType;
 import org.chartbridge.image.PictureEncoder;
@@ -65,16 +66,21 @@ final class HtmlBlocks implements BlockVisitor {
 
   @Override
   public void list(ItemList list) {
+    list(list, text.of(PlainText.of(list)));
+  }
+
+  private void list(ItemList list, String direction) {
     String name = list.numbered() ? "ol" : "ul";
     boolean numbered = list.numbered() && list.start() != 1;
-    out.open(name, "start", numbered ? Integer.toString(list.start()) : null).line();
+    out.open(name, "start", numbered ? Integer.toString(list.start()) : null, "dir",
+        direction).line();
     for (ItemList.Item item : list.items()) {
-      out.open("li", "dir", text.of(item.text()));
+      out.open("li");
       InlineMarkup.write(item.text(), text, out);
       if (!item.lists().isEmpty()) {
         out.line();
       }
-      item.lists().forEach(this::list);
+      item.lists().forEach(below -> list(below, null));
       out.close("li").line();
     }
     out.close(name).line();
@@ -85,7 +91,9 @@ final class HtmlBlocks implements BlockVisitor {
     boolean full = table.columns().stream().anyMatch(column -> column.width() > 0);
     out.open("div", "class", "table").open("table", "class", full ? "full" : null).line();
     if (table.caption() != null) {
-      out.element("caption", table.caption(), "dir", text.of(table.caption())).line();
+      String direction = text.of(table.caption());
+      out.element("caption", table.caption(), "class", direction == null ? null : text.start(),
+          "dir", direction).line();
     }
     columns(table.columns());
     rows(table, 0, table.headerRows(), "thead");
@@ -207,7 +215,7 @@ final class HtmlBlocks implements BlockVisitor {
       out.close("li").line();
     }
     levels.push(heading.level());
-    out.open("li", "dir", text.of(heading.text())).open("a", "href", "#" + heading.id());
+    out.open("li").open("a", "href", "#" + heading.id(), "dir", text.of(heading.text()));
     InlineMarkup.write(ContentsText.of(heading), text, out);
     out.close("a");
   }

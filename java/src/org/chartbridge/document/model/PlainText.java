@@ -26,6 +26,16 @@ public final class PlainText implements InlineVisitor {
     return plain.text.toString();
   }
 
+  /** The texts of a list and of the lists in it, one a line. */
+  public static String of(ItemList list) {
+    StringBuilder text = new StringBuilder();
+    for (ItemList.Item item : list.items()) {
+      text.append(of(item.text())).append('\n');
+      item.lists().forEach(below -> text.append(of(below)));
+    }
+    return text.toString();
+  }
+
   @Override
   public void text(String characters) {
     text.append(characters);

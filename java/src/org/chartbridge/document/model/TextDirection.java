@@ -5,8 +5,8 @@ import java.util.Set;
 
 /** Which way texts run. */
 public enum TextDirection {
-  LEFT_TO_RIGHT("ltr", "lr-tb"),
-  RIGHT_TO_LEFT("rtl", "rl-tb");
+  LEFT_TO_RIGHT("ltr", "lr-tb", '\u200E'),
+  RIGHT_TO_LEFT("rtl", "rl-tb", '\u200F');
 
   private static final Set<String> RIGHT_TO_LEFT_LANGUAGES =
       Set.of("ar", "arc", "ckb", "dv", "fa", "he", "iw", "ji", "ps", "sd", "syr", "ug", "ur", "yi");
@@ -14,10 +14,12 @@ public enum TextDirection {
 
   private final String word;
   private final String writingMode;
+  private final char mark;
 
-  TextDirection(String word, String writingMode) {
+  TextDirection(String word, String writingMode, char mark) {
     this.word = word;
     this.writingMode = writingMode;
+    this.mark = mark;
   }
 
   /** What HTML calls it. */
@@ -28,6 +30,11 @@ public enum TextDirection {
   /** What OpenDocument and formatting objects call it. */
   public String writingMode() {
     return writingMode;
+  }
+
+  /** A letter that nobody sees and that runs this way. */
+  public char mark() {
+    return mark;
   }
 
   /** That of the document's language; without one, that of its first letter. */

@@ -20,6 +20,7 @@ import org.chartbridge.document.model.Heading;
 import org.chartbridge.document.model.ItemList;
 import org.chartbridge.document.model.PageBreak;
 import org.chartbridge.document.model.Paragraph;
+import org.chartbridge.document.model.PlainText;
 import org.chartbridge.document.model.Table;
 
 /** Writes blocks as OpenDocument. */
@@ -82,21 +83,24 @@ final class OdtBlocks implements BlockVisitor {
 
   @Override
   public void list(ItemList list) {
-    items(list);
+    items(list, PlainText.of(list));
     out.empty("text:p", "text:style-name", "After_20_list").line();
   }
 
-  private void items(ItemList list) {
+  /**
+   * @param whole the text of the list that this one is in, which all of it runs like
+   */
+  private void items(ItemList list, String whole) {
     out.open("text:list", "text:style-name", list.numbered() ? "Numbers" : "Bullets").line();
     for (int i = 0; i < list.items().size(); i++) {
       ItemList.Item item = list.items().get(i);
       boolean started = i == 0 && list.numbered() && list.start() != 1;
       out.open("text:list-item", "text:start-value",
           started ? Integer.toString(list.start()) : null);
-      out.open("text:p", "text:style-name", text.style("List_20_item", item.text()));
+      out.open("text:p", "text:style-name", text.style("List_20_item", whole));
       OdtInline.write(item.text(), text, out);
       out.close("text:p");
-      item.lists().forEach(this::items);
+      item.lists().forEach(below -> items(below, whole));
       out.close("text:list-item").line();
     }
     out.close("text:list").line();

@@ -6,24 +6,27 @@ import org.chartbridge.document.export.Markup;
 import org.chartbridge.document.export.WholeNumbers;
 import org.chartbridge.document.model.Inline;
 import org.chartbridge.document.model.InlineVisitor;
+import org.chartbridge.document.model.TextDirection;
 import org.chartbridge.document.model.TextStyle;
 
 /** Writes running text as OpenDocument. */
 final class OdtInline implements InlineVisitor {
   private static final char NO_BREAK_SPACE = '\u00A0';
   private static final char WORD_JOINER = '\u2060';
-  private static final String LEFT_TO_RIGHT_MARK = "\u200E";
 
   private final Markup out;
   private final WholeNumbers numbers;
+  /** What stands behind a number that is kept in order, so that what follows is not drawn to it. */
+  private final char end;
 
-  private OdtInline(WholeNumbers numbers, Markup out) {
+  private OdtInline(WholeNumbers numbers, char end, Markup out) {
     this.numbers = numbers;
+    this.end = end;
     this.out = out;
   }
 
   static void write(List<Inline> content, OdtText text, Markup out) {
-    OdtInline odt = new OdtInline(text.numbers(content), out);
+    OdtInline odt = new OdtInline(text.numbers(content), text.mark(content), out);
     content.forEach(inline -> inline.accept(odt));
   }
 
@@ -35,7 +38,7 @@ final class OdtInline implements InlineVisitor {
   }
 
   /** A number or date with signs that nobody sees where it would be broken or turned around. */
-  private static String held(WholeNumbers.Part part) {
+  private String held(WholeNumbers.Part part) {
     String number = part.text();
     StringBuilder held = new StringBuilder(number.replace(' ', NO_BREAK_SPACE));
     for (int i = part.breaks().size() - 1; i >= 0; i--) {
@@ -44,7 +47,8 @@ final class OdtInline implements InlineVisitor {
         held.insert(place, WORD_JOINER);
       }
     }
-    return part.turns() ? LEFT_TO_RIGHT_MARK + held + LEFT_TO_RIGHT_MARK : held.toString();
+    return part.turns()
+        ? TextDirection.LEFT_TO_RIGHT.mark() + held.toString() + end : held.toString();
   }
 
   @Override

@@ -35,6 +35,11 @@ final class OdtText {
     return direction == TextDirection.RIGHT_TO_LEFT;
   }
 
+  /** The mark of the direction of a text. */
+  char mark(List<Inline> content) {
+    return TextDirection.of(PlainText.of(content), direction).mark();
+  }
+
   WholeNumbers numbers(List<Inline> content) {
     return new WholeNumbers(content, language, direction);
   }

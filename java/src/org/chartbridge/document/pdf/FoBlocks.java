@@ -26,8 +26,6 @@ import org.chartbridge.document.model.TextDirection;
 final class FoBlocks implements BlockVisitor {
   private static final String ALWAYS = "always";
   private static final String AFTER = "7pt";
-  private static final String LEFT_TO_RIGHT_MARK = "\u200E";
-  private static final String RIGHT_TO_LEFT_MARK = "\u200F";
   private static final int FIRST_INDENT_LEVEL = 1;
 
   private final Document document;
@@ -75,6 +73,12 @@ final class FoBlocks implements BlockVisitor {
 
   @Override
   public void list(ItemList list) {
+    FoDirection turn = FoDirection.open(PlainText.of(list), setting, out);
+    items(list);
+    turn.close();
+  }
+
+  private void items(ItemList list) {
     int widest = list.label(list.items().size() - 1).length();
     double label = 8 + PdfStyle.SIZE * 0.55 * widest;
     out.open("list-block", "space-after", AFTER, "provisional-distance-between-starts",
@@ -91,12 +95,10 @@ final class FoBlocks implements BlockVisitor {
     out.open("list-item-label", "end-indent", "label-end()").open("block", "text-align", "end");
     out.text(list.label(index)).close("block").close("list-item-label");
     out.open("list-item-body", "start-indent", "body-start()");
-    FoDirection turn = FoDirection.open(PlainText.of(item.text()), setting, out);
     out.open("block", "space-after", "2pt");
     InlineFo.write(item.text(), setting, out);
     out.close("block");
-    turn.close();
-    item.lists().forEach(this::list);
+    item.lists().forEach(this::items);
     out.close("list-item-body").close("list-item");
   }
 
@@ -157,21 +159,24 @@ final class FoBlocks implements BlockVisitor {
         "0pt");
     out.open("basic-link", "internal-destination", heading.id());
     InlineFo.write(ContentsText.of(heading), setting, out);
-    // Dots and page numbers would take the direction of the letters beside them.
-    mark(heading);
-    out.empty("leader", "leader-pattern", "dots", "color", "#8a8a8a", "leader-pattern-width", "4pt",
-        "leader-length.minimum", "12pt", "leader-length.maximum", "100%");
-    mark(heading);
+    boolean fromRight = setting.direction() == TextDirection.RIGHT_TO_LEFT;
+    if (fromRight || TextDirection.isMixed(PlainText.of(heading.text()))) {
+      // Dots would take the direction of the letters beside them, and in a link that is reordered
+      // the formatter does not stretch them.
+      String mark = Character.toString(setting.direction().mark());
+      out.close("basic-link").text(mark);
+      leader();
+      out.text(mark).open("basic-link", "internal-destination", heading.id());
+    } else {
+      leader();
+    }
     out.empty("page-number-citation", "ref-id", heading.id());
     out.close("basic-link").close("block");
   }
 
-  private void mark(Heading heading) {
-    if (setting.direction() == TextDirection.RIGHT_TO_LEFT) {
-      out.text(RIGHT_TO_LEFT_MARK);
-    } else if (TextDirection.isMixed(PlainText.of(heading.text()))) {
-      out.text(LEFT_TO_RIGHT_MARK);
-    }
+  private void leader() {
+    out.empty("leader", "leader-pattern", "dots", "color", "#8a8a8a", "leader-pattern-width", "4pt",
+        "leader-length.minimum", "12pt", "leader-length.maximum", "100%");
   }
 
   @Override

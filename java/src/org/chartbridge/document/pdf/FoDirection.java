@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 package org.chartbridge.document.pdf;
 
+import org.chartbridge.document.model.Alignment;
 import org.chartbridge.document.model.TextDirection;
 
 /** The container around a block that runs another way than its document does; nothing around others. */
@@ -28,6 +29,14 @@ final class FoDirection {
     all[attributes.length + 1] = direction.writingMode();
     out.open(CONTAINER, all);
     return new FoDirection(out, true);
+  }
+
+  /**
+   * Where text in the container stands that is to begin below other text of the document; null
+   * where nothing has to be said.
+   */
+  String align(Alignment alignment, PdfText setting) {
+    return isOpen ? PdfStyle.alignment(alignment, setting.direction()) : null;
   }
 
   void close() {

@@ -2,6 +2,7 @@
 package org.chartbridge.document.pdf;
 
 import org.chartbridge.document.export.PageTable;
+import org.chartbridge.document.model.Alignment;
 import org.chartbridge.document.model.Paper;
 import org.chartbridge.document.model.PlainText;
 import org.chartbridge.document.model.Table;
@@ -35,20 +36,25 @@ final class FoTable {
       FoDirection turn = FoDirection.open(caption, setting, out, "keep-with-next.within-page",
           "always");
       out.open("block", "font-weight", "bold", "font-size", "9.5pt", "space-after", "4pt",
-          "keep-with-next.within-page", "always");
+          "keep-with-next.within-page", "always", "text-align",
+          turn.align(Alignment.START, setting));
       InlineFo.write(caption, setting, out);
       out.close("block");
       turn.close();
     }
-    // Formatters put tables on the left, whichever way the page runs.
+    // The formatter puts tables on the left, whichever way the page runs: where that is from the
+    // right, a last column without cells takes the rest of the page.
     boolean fromRight = setting.direction() == TextDirection.RIGHT_TO_LEFT;
-    double before = measures.room(paper) - measures.width();
-    out.open("table", "table-layout", "fixed", "width", PdfStyle.points(measures.width()),
-        "margin-left", fromRight ? PdfStyle.points(before) : null, "font-size",
+    double room = measures.room(paper);
+    out.open("table", "table-layout", "fixed", "width",
+        PdfStyle.points(fromRight ? room : measures.width()), "font-size",
         PdfStyle.points(measures.size()), "line-height", "1.35", "border-collapse", "separate",
         "border-spacing", "0pt");
     for (int i = 0; i < table.columns().size(); i++) {
       out.empty("table-column", "column-width", PdfStyle.points(measures.column(i)));
+    }
+    if (fromRight && room > measures.width()) {
+      out.empty("table-column", "column-width", PdfStyle.points(room - measures.width()));
     }
     rows("table-header", 0, table.headerRows());
     rows("table-body", table.headerRows(), table.rows().size());
@@ -91,12 +97,12 @@ final class FoTable {
     }
     out.open("table-cell", "number-columns-spanned", span(cell.columnSpan()), "number-rows-spanned",
         span(cell.rowSpan()), "padding", "2.5pt " + PdfStyle.points(measures.padding()),
-        "border-top", above, "border-bottom", below, "text-align", PdfStyle.alignment(cell.alignment(), setting.direction()),
-        "display-align", inHeader ? "after" : "before", "font-weight",
-        cell.header() ? "bold" : null, "role", cell.header() ? "TH" : null,
+        "border-top", above, "border-bottom", below, "text-align",
+        PdfStyle.alignment(cell.alignment(), setting.direction()), "display-align",
+        inHeader ? "after" : "before", "font-weight", cell.header() ? "bold" : null, "role", cell.header() ? "TH" : null,
         "start-indent", "0pt");
     FoDirection turn = FoDirection.open(PlainText.of(cell.text()), setting, out);
-    out.open("block");
+    out.open("block", "text-align", turn.align(cell.alignment(), setting));
     InlineFo.write(cell.text(), measures.detail(), setting, out);
     out.close("block");
     turn.close();

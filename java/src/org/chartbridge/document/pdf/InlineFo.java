@@ -20,7 +20,6 @@ final class InlineFo implements InlineVisitor {
   private static final char ZERO_WIDTH_SPACE = '\u200B';
   private static final char WORD_JOINER = '\u2060';
   private static final char NO_BREAK_SPACE = '\u00A0';
-  private static final char LEFT_TO_RIGHT_MARK = '\u200E';
   /** Fonts file the shapes of joined letters under languages of their own choice. */
   private static final String ANY_LANGUAGE = "*";
 
@@ -30,6 +29,8 @@ final class InlineFo implements InlineVisitor {
   private final LineBreaks breaks;
   private final LineBreaks.Detail detail;
   private final boolean mixed;
+  /** What stands behind a number that is kept in order, so that what follows is not drawn to it. */
+  private final char end;
   private int place;
   private int code;
 
@@ -41,6 +42,7 @@ final class InlineFo implements InlineVisitor {
     Locale language = setting.language();
     breaks = detail == null
         ? LineBreaks.running(whole, language) : new LineBreaks(whole, language);
+    end = TextDirection.of(whole, setting.direction()).mark();
     mixed = setting.direction() == TextDirection.RIGHT_TO_LEFT || TextDirection.isMixed(whole);
   }
 
@@ -93,13 +95,13 @@ final class InlineFo implements InlineVisitor {
           text.append(ZERO_WIDTH_SPACE);
         }
         if (isOrdered(i)) {
-          text.append(LEFT_TO_RIGHT_MARK);
+          text.append(TextDirection.LEFT_TO_RIGHT.mark());
         }
         text.append(whole.charAt(i));
       }
       if (mixed && i > 0 && breaks.isInside(i) && !breaks.isInside(i + 1)
           && isOrdered(start(i))) {
-        text.append(LEFT_TO_RIGHT_MARK);
+        text.append(end);
       }
     }
     place += length;
