@@ -23,7 +23,7 @@ public final class LineBreaks {
   public enum Detail {
     /** Between words, and where Chinese, Japanese and Korean are broken. */
     WORDS,
-    /** Within words, after {@code _ - /}. */
+    /** Within words, after {@code _ - /}, and between the signs of short words. */
     PARTS,
     /** Anywhere within words that are longer than {@link #LONG_WORD}: keys, sequences. */
     ANYWHERE
@@ -31,6 +31,9 @@ public final class LineBreaks {
 
   /** So many characters have the longest words of languages; what is longer is no word. */
   public static final int LONG_WORD = 40;
+
+  /** So many signs of Chinese or Japanese are taken for one word. */
+  private static final int SHORT_WORD = 6;
 
   private static final String SEPARATORS = "_-/";
   private static final char ZERO_WIDTH_SPACE = '\u200B';
@@ -57,6 +60,8 @@ public final class LineBreaks {
   private final BitSet inside = new BitSet();
   /** Where scripts without blanks can be broken. */
   private final BitSet betweenSigns = new BitSet();
+  /** The same in texts so short that they are words. */
+  private final BitSet inShortWord = new BitSet();
   /** The places within words that may be broken anywhere. */
   private final BitSet inLongWord = new BitSet();
 
@@ -123,6 +128,16 @@ public final class LineBreaks {
         betweenSigns.set(i);
       }
     }
+    int start = 0;
+    for (int i = 1; i <= text.length(); i++) {
+      if (i == text.length() || text.charAt(i) == ' ') {
+        if (i - start <= SHORT_WORD) {
+          inShortWord.set(start + 1, i);
+          betweenSigns.clear(start + 1, i);
+        }
+        start = i + 1;
+      }
+    }
   }
 
   /** Of the scripts of China, Japan and Korea, which set no blanks or may be broken without. */
@@ -158,9 +173,14 @@ public final class LineBreaks {
     }
     return switch (detail) {
       case WORDS -> false;
-      case PARTS -> isBehindSeparator(place);
-      case ANYWHERE -> isBehindSeparator(place) || isInLongWord(place);
+      case PARTS -> isPart(place);
+      case ANYWHERE -> isPart(place) || isInLongWord(place);
     };
+  }
+
+  private boolean isPart(int place) {
+    return isBehindSeparator(place)
+        || inShortWord.get(place) && isSign(text.charAt(place - 1)) && isSign(text.charAt(place));
   }
 
   private boolean isBehindSeparator(int place) {
@@ -176,7 +196,8 @@ public final class LineBreaks {
 
   /** Whether there may be more breaks than those between words. */
   boolean hasParts() {
-    return !inLongWord.isEmpty() || text.chars().anyMatch(c -> SEPARATORS.indexOf(c) >= 0);
+    return !inLongWord.isEmpty() || !inShortWord.isEmpty()
+        || text.chars().anyMatch(c -> SEPARATORS.indexOf(c) >= 0);
   }
 
   /** Whether a character belongs to the number or the date that the one before it belongs to. */

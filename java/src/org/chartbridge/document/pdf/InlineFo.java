@@ -76,10 +76,16 @@ final class InlineFo implements InlineVisitor {
         out.text(run.text());
       } else {
         out.open("inline", "font-family", usual ? null : PdfStyle.quoted(typeface.name()),
-            "language", joined ? ANY_LANGUAGE : null);
+            "language", joined ? ANY_LANGUAGE : null, "hyphenation-character",
+            usual ? null : first(run.text()));
         out.text(run.text()).close("inline");
       }
     }
+  }
+
+  /** Nothing is hyphenated, but the formatter wants a character that the font has. */
+  private static String first(String text) {
+    return Character.isSurrogate(text.charAt(0)) ? null : text.substring(0, 1);
   }
 
   /** The next characters with what keeps them together or apart. */
