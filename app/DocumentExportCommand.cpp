@@ -71,8 +71,7 @@ DocumentExportCommand::DocumentExportCommand(CLI::App& document)
   _command
       ->add_option("--table", _table,
                    "For csv: only this table, counted from 1; all when not given")
-      ->type_name("NUMBER")
-      ->check(CLI::PositiveNumber);
+      ->type_name("NUMBER");
   AddJavaOptions(*_command, _java);
   _command->footer(
       "Examples:\n"
@@ -84,6 +83,7 @@ DocumentExportCommand::DocumentExportCommand(CLI::App& document)
 
 void DocumentExportCommand::Run() {
   const DocumentFormat format = DocumentFormatOf(_output, _to);
+  CheckOptions(format);
   const OutputFile output(_output, format.isBinary);
   const InputFile input(_input);
 
@@ -98,6 +98,20 @@ void DocumentExportCommand::Run() {
   const ScratchFolder folder;
   ExportTo(folder.File("document"), format, input.Name(), session);
   output.Write(InputFile(folder.File("document")).Text());
+}
+
+void DocumentExportCommand::CheckOptions(const DocumentFormat& format) const {
+  const std::string word = format.word;
+  if (_command->count("--table") > 0) {
+    if (word != "csv") throw UsageError("--table goes with csv; " + word + " has all tables");
+    if (_table < 1) {
+      throw UsageError("--table: there is no table " + std::to_string(_table) +
+                       "; the first is table 1");
+    }
+  }
+  if (!_charset.empty() && word != "csv" && word != "text") {
+    throw UsageError("--charset goes with csv and txt; " + word + " has its own encoding");
+  }
 }
 
 void DocumentExportCommand::ExportTo(const std::string& file, const DocumentFormat& format,

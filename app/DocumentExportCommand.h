@@ -25,6 +25,8 @@ class DocumentExportCommand : public Command {
   bool IsVerbose() const override { return _java.verbose; }
 
  private:
+  /// Throws `UsageError` for an option that says nothing about the format.
+  void CheckOptions(const DocumentFormat& format) const;
   void ExportTo(const std::string& file, const DocumentFormat& format, const std::string& inputName,
                 DocumentSession& session) const;
   std::string Request(const std::string& file, const DocumentFormat& format,

@@ -275,11 +275,11 @@ TEST_F(DocumentStubTest, AnExportWithoutAFileIsNoSuccess) {
 
 TEST_F(DocumentStubTest, TheRequestSaysEverything) {
   Adapt("return p1.replace(System.getProperty(\"user.dir\"), \"HERE\");");
-  ExpectFailure(With({"export", "report.xml", "-o", "a.dat", "--to", "txt", "--language", "de",
+  ExpectFailure(With({"export", "report.xml", "-o", "a.dat", "--to", "csv", "--language", "de",
                       "--style", "dark", "--paper", "a4", "--charset", "UTF-8", "--table", "7"}),
                 "report.xml: {\"charset\":\"UTF-8\",\"document\":\"HERE/report.xml\","
                 "\"language\":\"de\",\"output\":\"a.dat\",\"paper\":\"a4\",\"style\":\"dark\","
-                "\"table\":7,\"to\":\"text\"}");
+                "\"table\":7,\"to\":\"csv\"}");
 }
 
 TEST_F(DocumentStubTest, EachFindingIsALine) {
@@ -391,6 +391,14 @@ TEST(DocumentUsageTest, OptionsThatMakeNoSense) {
               "--to: docx is none of " + formats);
   expectUsage({"document", "export", "a.xml", "-o", "-"},
               "standard output: name the format with --to");
+  expectUsage({"document", "export", "a.xml", "-o", "a.csv", "--table", "0"},
+              "--table: there is no table 0; the first is table 1");
+  expectUsage({"document", "export", "a.xml", "-o", "a.csv", "--table", "-1"},
+              "--table: there is no table -1; the first is table 1");
+  expectUsage({"document", "export", "a.xml", "-o", "a.pdf", "--table", "1"},
+              "--table goes with csv; pdf has all tables");
+  expectUsage({"document", "export", "a.xml", "-o", "a.html", "--charset", "latin1"},
+              "--charset goes with csv and txt; html has its own encoding");
 }
 
 }  // namespace

@@ -121,11 +121,29 @@ public final class RequestReader {
     if (to != Target.CHECK && (output == null || output.isEmpty())) {
       throw new ChartException("the request has no \"output\", the path of the file to write");
     }
+    checkFormat(to);
     Value table = values.get("table");
     Value release = values.get("release");
     return new ExportRequest(document, input, to, output, base, language(), style(), paper(),
         charset(), table == null || table.value == null ? 0 : (Integer) table.value,
         release != null && Boolean.TRUE.equals(release.value));
+  }
+
+  /** Options that say nothing about the format would be passed over without a word. */
+  private void checkFormat(Target to) {
+    boolean isText = to == Target.CSV || to == Target.TEXT;
+    if (isGiven("table") && to != Target.CSV) {
+      throw error("table", "\"table\" goes with \"csv\"; " + to.word() + " has all tables");
+    }
+    if (isGiven("charset") && !isText) {
+      throw error("charset", "\"charset\" goes with \"csv\" and \"text\"; " + to.word()
+          + " has its own encoding");
+    }
+  }
+
+  private boolean isGiven(String key) {
+    Value value = values.get(key);
+    return value != null && value.value != null;
   }
 
   private String text(String key) {

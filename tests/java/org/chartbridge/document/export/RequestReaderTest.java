@@ -70,6 +70,10 @@ class RequestReaderTest {
         + " expected one of print, dark, mono, slides; did you mean \"dark\"?",
     "{\"paper\":\"a5\",\"output\":\"a.pdf\"}|request, line 1, column 10: \"paper\" is \"a5\";"
         + " expected one of a4, letter",
+    "{\"table\":1,\"output\":\"a.pdf\"}|request, line 1, column 10: \"table\" goes with \"csv\";"
+        + " pdf has all tables",
+    "{\"charset\":\"UTF-8\",\"output\":\"a.html\"}|request, line 1, column 12: \"charset\" goes"
+        + " with \"csv\" and \"text\"; html has its own encoding",
     "{\"charset\":\"utf-99\",\"output\":\"a.csv\"}|request, line 1, column 12: the charset"
         + " \"utf-99\" is not known",
   })
