@@ -23,7 +23,10 @@ public final class LineBreaks {
   public enum Detail {
     /** Between words, and where Chinese, Japanese and Korean are broken. */
     WORDS,
-    /** Within words, after {@code _ - /}, and between the signs of short words. */
+    /**
+     * Within words, after {@code _ - /}, between the signs of short words, and anywhere in what no
+     * line of a page holds.
+     */
     PARTS,
     /** Anywhere within words that are longer than {@link #LONG_WORD}: keys, sequences. */
     ANYWHERE
@@ -31,6 +34,9 @@ public final class LineBreaks {
 
   /** So many characters have the longest words of languages; what is longer is no word. */
   public static final int LONG_WORD = 40;
+
+  /** No line of a page holds a word of more characters. */
+  public static final int LONGEST_WORD = 80;
 
   /** So many signs of Chinese or Japanese are taken for one word. */
   private static final int SHORT_WORD = 6;
@@ -62,8 +68,11 @@ public final class LineBreaks {
   private final BitSet betweenSigns = new BitSet();
   /** The same in texts so short that they are words. */
   private final BitSet inShortWord = new BitSet();
-  /** The places within words that may be broken anywhere. */
+  /** The places within words that may be broken anywhere, when it has to be and at once. */
   private final BitSet inLongWord = new BitSet();
+  private final BitSet inLongestWord = new BitSet();
+  /** Where lines are broken by the usual rules; null until somebody asks. */
+  private BitSet usual;
 
   /**
    * @param language of the names of months, beside English
@@ -157,6 +166,9 @@ public final class LineBreaks {
         if (i - start > longWord) {
           inLongWord.set(start + 1, i);
         }
+        if (i - start > LONGEST_WORD) {
+          inLongestWord.set(start + 1, i);
+        }
         start = i;
       }
     }
@@ -174,12 +186,12 @@ public final class LineBreaks {
     return switch (detail) {
       case WORDS -> false;
       case PARTS -> isPart(place);
-      case ANYWHERE -> isPart(place) || isInLongWord(place);
+      case ANYWHERE -> isPart(place) || isIn(inLongWord, place);
     };
   }
 
   private boolean isPart(int place) {
-    return isBehindSeparator(place)
+    return isBehindSeparator(place) || isIn(inLongestWord, place)
         || inShortWord.get(place) && isSign(text.charAt(place - 1)) && isSign(text.charAt(place));
   }
 
@@ -189,8 +201,8 @@ public final class LineBreaks {
         && SEPARATORS.indexOf(text.charAt(place)) < 0;
   }
 
-  private boolean isInLongWord(int place) {
-    return inLongWord.get(place) && !Character.isLowSurrogate(text.charAt(place))
+  private boolean isIn(BitSet words, int place) {
+    return words.get(place) && !Character.isLowSurrogate(text.charAt(place))
         && Character.getType(text.charAt(place)) != Character.NON_SPACING_MARK;
   }
 
@@ -198,6 +210,19 @@ public final class LineBreaks {
   boolean hasParts() {
     return !inLongWord.isEmpty() || !inShortWord.isEmpty()
         || text.chars().anyMatch(c -> SEPARATORS.indexOf(c) >= 0);
+  }
+
+  /** Whether programs that know the usual rules would break a number or date there. */
+  public boolean wouldBreak(int place) {
+    if (usual == null) {
+      usual = new BitSet();
+      BreakIterator lines = BreakIterator.getLineInstance(Locale.ROOT);
+      lines.setText(text);
+      for (int i = lines.next(); i != BreakIterator.DONE; i = lines.next()) {
+        usual.set(i);
+      }
+    }
+    return isInside(place) && usual.get(place);
   }
 
   /** Whether a character belongs to the number or the date that the one before it belongs to. */

@@ -126,7 +126,8 @@ public final class PageTable {
       return List.of();
     }
 
-    private double[] columns(LineBreaks.Detail detail, double size) {
+    private static double[] columns(
+        Table table, CellMeasures measures, LineBreaks.Detail detail, double size) {
       double padding = 2 * PADDING * size / SIZE;
       double[] columns = ColumnWidths.columns(
           table, cell -> points(measures.piece(cell, detail), size), padding);
@@ -138,7 +139,7 @@ public final class PageTable {
 
     private double width(LineBreaks.Detail detail, double size) {
       double sum = 0;
-      for (double width : columns(detail, size)) {
+      for (double width : columns(table, measures, detail, size)) {
         sum += width;
       }
       return sum;
@@ -160,16 +161,12 @@ public final class PageTable {
 
     private List<PageTable> split(LineBreaks.Detail detail, double size, boolean turned) {
       double room = turned ? across : upright;
-      List<Table> tables = TableParts.of(table, columns(detail, size), room);
+      List<Table> tables = TableParts.of(table,
+          part -> columns(part, new CellMeasures(part, language), detail, size), room);
       List<PageTable> parts = new ArrayList<>();
       for (Table part : tables == null ? List.<Table>of() : tables) {
-        PageTable measured = new PageTable(
-            part, new CellMeasures(part, language), size, turned, room, detail);
-        // A cell over several columns may need more in a part than in the whole.
-        if (measured.width() > room + TOLERANCE) {
-          return List.of();
-        }
-        parts.add(measured);
+        parts.add(new PageTable(
+            part, new CellMeasures(part, language), size, turned, room, detail));
       }
       return parts;
     }

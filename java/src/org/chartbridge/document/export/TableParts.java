@@ -2,7 +2,10 @@
 package org.chartbridge.document.export;
 
 import java.util.ArrayList;
+import java.util.Arrays;
 import java.util.List;
+import java.util.function.Function;
+import java.util.function.ToDoubleFunction;
 import org.chartbridge.document.model.Table;
 
 /**
@@ -12,12 +15,15 @@ import org.chartbridge.document.model.Table;
 public final class TableParts {
   private final Table table;
   private final double[] widths;
+  private final ToDoubleFunction<Table> width;
   private final double available;
   private final int keys;
 
-  private TableParts(Table table, double[] widths, double available) {
+  private TableParts(
+      Table table, double[] widths, ToDoubleFunction<Table> width, double available) {
     this.table = table;
     this.widths = widths;
+    this.width = width;
     this.available = available;
     keys = keys(table);
   }
@@ -25,10 +31,12 @@ public final class TableParts {
   /**
    * The parts from left to right; null when there is no way to make all of them narrow enough.
    *
-   * @param widths of the columns at least, with their borders
+   * @param columns the widths of the columns at least, with their borders
    */
-  public static List<Table> of(Table table, double[] widths, double available) {
-    return new TableParts(table, widths, available).split();
+  public static List<Table> of(
+      Table table, Function<Table, double[]> columns, double available) {
+    ToDoubleFunction<Table> width = part -> Arrays.stream(columns.apply(part)).sum();
+    return new TableParts(table, columns.apply(table), width, available).split();
   }
 
   /** The columns in front that hold only names of rows, at least the first one. */
@@ -66,14 +74,26 @@ public final class TableParts {
       while (end < widths.length && used + widths[end] <= left) {
         used += widths[end++];
       }
-      if (end == from) {
+      Table part = end == from ? null : fitting(from, betweenGroups(from, end));
+      if (part == null) {
         return null;
       }
-      end = betweenGroups(from, end);
-      parts.add(part(from, end));
-      from = end;
+      parts.add(part);
+      from += part.columns().size() - keys;
     }
     return parts.size() < 2 ? null : parts;
+  }
+
+  /** The part with all columns up to an end, or as many as fit; null when not even one does. */
+  private Table fitting(int from, int end) {
+    // A cell that loses some of its columns needs more of those that it has left.
+    for (int last = end; last > from; last--) {
+      Table part = part(from, last);
+      if (width.applyAsDouble(part) <= available) {
+        return part;
+      }
+    }
+    return null;
   }
 
   /** The last end up to that one which no cell over several columns crosses; else that one. */

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 package org.chartbridge.document.export;
 
-import java.text.BreakIterator;
 import java.util.ArrayList;
 import java.util.List;
 import java.util.Locale;
@@ -53,7 +52,7 @@ public final class WholeNumbers {
         continue;
       }
       int end = Math.min(breaks.end(place + i) - place, text.length());
-      Part number = number(text.substring(i - 1, end));
+      Part number = number(i - 1, text.substring(i - 1, end));
       if (number.isFragile()) {
         if (start < i - 1) {
           parts.add(new Part(text.substring(start, i - 1), List.of(), false));
@@ -75,14 +74,11 @@ public final class WholeNumbers {
     place++;
   }
 
-  private Part number(String number) {
+  private Part number(int start, String number) {
     boolean turns = mixed && number.chars().anyMatch(c -> TURNING.indexOf(c) >= 0);
     List<Integer> places = new ArrayList<>();
-    if (number.chars().anyMatch(c -> !Character.isLetterOrDigit(c) && c != '.' && c != ',')) {
-      BreakIterator lines = BreakIterator.getLineInstance(Locale.ROOT);
-      lines.setText(number);
-      lines.first();
-      for (int i = lines.next(); i != BreakIterator.DONE && i < number.length(); i = lines.next()) {
+    for (int i = 1; i < number.length(); i++) {
+      if (!Character.isLetterOrDigit(number.charAt(i - 1)) && breaks.wouldBreak(place + start + i)) {
         places.add(i);
       }
     }

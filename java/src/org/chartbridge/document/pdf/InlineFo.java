@@ -115,9 +115,7 @@ final class InlineFo implements InlineVisitor {
   }
 
   private void inside(int i, StringBuilder text) {
-    char before = whole.charAt(i - 1);
-    if (!Character.isLetterOrDigit(before) && before != ' ' && before != '.' && before != ','
-        && before != ':') {
+    if (whole.charAt(i - 1) != ' ' && breaks.wouldBreak(i)) {
       text.append(WORD_JOINER);
     }
     text.append(whole.charAt(i) == ' ' ? NO_BREAK_SPACE : whole.charAt(i));

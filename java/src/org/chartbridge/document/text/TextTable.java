@@ -62,12 +62,11 @@ final class TextTable {
   static List<List<String>> draw(Table table, int available, Locale language) {
     for (LineBreaks.Detail detail : LineBreaks.Detail.values()) {
       TextMeasures measures = new TextMeasures(language, detail);
-      double[] least = measures.least(table);
-      if (Arrays.stream(least).sum() + 1 <= available) {
+      if (Arrays.stream(measures.least(table)).sum() + 1 <= available) {
         return List.of(new TextTable(table, measures, available).drawn());
       }
       List<Table> parts = detail == LineBreaks.Detail.WORDS
-          ? null : TableParts.of(table, least, available - 1);
+          ? null : TableParts.of(table, measures::least, available - 1);
       if (parts != null) {
         return parts.stream().map(
             part -> new TextTable(part, measures, available).drawn()).toList();

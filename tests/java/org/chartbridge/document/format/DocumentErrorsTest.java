@@ -33,7 +33,7 @@ class DocumentErrorsTest {
         + " the id \"a\" too",
     "<heading colour=`a`>x</heading>|line 2, column 10: <heading> has no attribute \"colour\"",
     "<paragraph align=`middle`>x</paragraph>|line 2, column 12: align of <paragraph> is \"middle\";"
-        + " expected one of left, center, right, justify",
+        + " expected one of start, left, center, right, justify",
     "<paragraph><b>x</b></paragraph>|line 2, column 12: found <b> inside <paragraph>; expected one"
         + " of emphasis, strong, code, link, break",
     "<paragraph><link>x</link></paragraph>|line 2, column 12: <link> needs the attribute to",
