@@ -22,7 +22,7 @@ final class InstalledFonts {
    * their letters rearranged, and half-right text is worse than a message.
    */
   private static final Set<UnicodeScript> SCRIPTS = EnumSet.of(UnicodeScript.COMMON,
-      UnicodeScript.INHERITED, UnicodeScript.LATIN, UnicodeScript.GREEK, UnicodeScript.CYRILLIC,
+      UnicodeScript.INHERITED, UnicodeScript.UNKNOWN, UnicodeScript.LATIN, UnicodeScript.GREEK, UnicodeScript.CYRILLIC,
       UnicodeScript.ARABIC, UnicodeScript.HEBREW, UnicodeScript.ARMENIAN, UnicodeScript.GEORGIAN,
       UnicodeScript.ETHIOPIC, UnicodeScript.CHEROKEE, UnicodeScript.HAN, UnicodeScript.HIRAGANA,
       UnicodeScript.KATAKANA, UnicodeScript.BOPOMOFO, UnicodeScript.HANGUL, UnicodeScript.YI);

@@ -19,6 +19,7 @@ import org.chartbridge.document.model.TextStyle;
 final class InlineFo implements InlineVisitor {
   private static final char ZERO_WIDTH_SPACE = '\u200B';
   private static final char WORD_JOINER = '\u2060';
+  private static final String SIGNS = "+\u2212\u00B1";
   private static final char NO_BREAK_SPACE = '\u00A0';
   /** Fonts file the shapes of joined letters under languages of their own choice. */
   private static final String ANY_LANGUAGE = "*";
@@ -115,7 +116,10 @@ final class InlineFo implements InlineVisitor {
   }
 
   private void inside(int i, StringBuilder text) {
-    if (whole.charAt(i - 1) != ' ' && breaks.wouldBreak(i)) {
+    char before = whole.charAt(i - 1);
+    // The formatter goes by older rules, which break on either side of a sign.
+    boolean isSign = SIGNS.indexOf(before) >= 0 || SIGNS.indexOf(whole.charAt(i)) >= 0;
+    if (before != ' ' && (isSign || breaks.wouldBreak(i))) {
       text.append(WORD_JOINER);
     }
     text.append(whole.charAt(i) == ' ' ? NO_BREAK_SPACE : whole.charAt(i));

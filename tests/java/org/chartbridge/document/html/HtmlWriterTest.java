@@ -176,4 +176,32 @@ class HtmlWriterTest {
     assertFalse(plain.equals(html(ownStyle, "")));
     assertEquals(dark, html(ownStyle, ",\"style\":\"dark\""));
   }
+
+  @Test
+  void runsTheWayOfItsLanguage() throws IOException {
+    String page = html(Documents.xml(" language=\"ar\"", "<heading>\u0639\u0631\u0628\u064A</heading>"
+        + "<paragraph>English</paragraph><paragraph>\u0639 2024-01-31</paragraph><table><row>"
+        + "<cell>English</cell><cell>\u0639</cell></row></table>"), "");
+    assertTrue(page.contains("<html lang=\"ar\" dir=\"rtl\">"), page);
+    assertTrue(page.contains("<p dir=\"ltr\">English</p>"), page);
+    assertTrue(
+        page.contains("<p>\u0639 <bdi class=\"whole\" dir=\"ltr\">2024-01-31</bdi></p>"), page);
+    assertTrue(
+        page.contains("<td class=\"right\" dir=\"ltr\">English</td><td>\u0639</td>"), page);
+    String english = html(Documents.xml(" language=\"en\"", "<list><item>\u05D0</item></list>"), "");
+    assertTrue(english.contains("<html lang=\"en\">"), english);
+    assertTrue(english.contains("<ul dir=\"rtl\">"), english);
+    String untold = html(Documents.xml("<paragraph>\u05D0</paragraph>"), "");
+    assertTrue(untold.contains("dir=\"rtl\">\n<head>"), untold);
+  }
+
+  /** Browsers would break them there. */
+  @Test
+  void holdsNumbersAndDatesTogether() throws IOException {
+    String page = html(Documents.xml("<table><row><cell>1,234.5</cell><cell>15-Mar-2024</cell>"
+        + "<cell>12 345 678</cell><cell>snake_case</cell></row></table>"), "");
+    assertTrue(page.contains("<td>1,234.5</td><td><span class=\"whole\">15-Mar-2024</span></td>"
+        + "<td><span class=\"whole\">12 345 678</span></td><td>snake_case</td>"), page);
+    assertTrue(page.contains(".whole { white-space: nowrap; }"), page);
+  }
 }

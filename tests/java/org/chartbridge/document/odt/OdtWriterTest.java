@@ -179,4 +179,44 @@ class OdtWriterTest {
   void isTheSameForTheSameDocument() throws IOException {
     assertArrayEquals(odt(Documents.everything()), odt(Documents.everything()));
   }
+
+  private String styles(String xml) throws IOException {
+    return new String(files(xml).get("styles.xml"), StandardCharsets.UTF_8);
+  }
+
+  @Test
+  void runsTheWayOfItsLanguage() throws IOException {
+    String xml = Documents.xml(" language=\"he\"", "<paragraph>\u05D0 2024-01-31</paragraph>"
+        + "<paragraph>English</paragraph><table><row><cell>\u05D0</cell></row></table>");
+    assertTrue(styles(xml).contains("style:writing-mode=\"rl-tb\""), styles(xml));
+    String whole = new String(files(xml).get("content.xml"), StandardCharsets.UTF_8);
+    assertTrue(whole.contains("\u05D0 \u200E2024-01-31\u200F</text:p>"), whole);
+    assertTrue(whole.contains("style:parent-style-name=\"Text_20_body\"><style:paragraph-properties"
+        + " style:writing-mode=\"lr-tb\"/>"), whole);
+    assertTrue(whole.contains("table:align=\"right\" style:writing-mode=\"rl-tb\""), whole);
+    assertTrue(styles(Documents.xml("<paragraph>a</paragraph>"))
+        .contains("style:writing-mode=\"lr-tb\""));
+  }
+
+  @Test
+  void turnsPagesForWideTables() throws IOException {
+    String cells = "<cell>-123,456,789</cell>".repeat(11);
+    String xml = Documents.xml("<heading>Above</heading><table caption=\"Wide\"><row>" + cells
+        + "</row></table><paragraph>Behind</paragraph>");
+    String content = content(xml);
+    int turned = content.indexOf("\"Turned_20_page\"");
+    int upright = content.indexOf("\"Upright_20_page\"");
+    assertTrue(turned >= 0 && turned < content.indexOf("Above"), content);
+    assertTrue(upright > content.indexOf("table:table") && upright < content.indexOf("Behind"));
+    assertTrue(styles(xml).contains("style:print-orientation=\"landscape\""));
+  }
+
+  @Test
+  void holdsDatesTogether() throws IOException {
+    String content = content(Documents.xml("<table><row><cell>15-Mar-2024</cell>"
+        + "<cell>12 345</cell><cell>2024-01-31</cell></row></table>"));
+    assertTrue(content.contains(">15-\u2060Mar-2024<"), content);
+    assertTrue(content.contains(">12\u00A0345<"), content);
+    assertTrue(content.contains(">2024-01-31<"), content);
+  }
 }

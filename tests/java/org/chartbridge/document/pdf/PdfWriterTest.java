@@ -175,10 +175,16 @@ class PdfWriterTest {
   void saysWhichCharacterNoFontHas() throws IOException {
     Path file = folder.resolve("out.pdf");
     Files.writeString(file, "before");
-    String message = assertThrows(ChartException.class,
-        () -> Documents.export(Documents.xml("<paragraph>a 漢 b</paragraph>"), file, ""))
+    String message = assertThrows(ChartException.class, () -> Documents.export(
+        Documents.xml("<paragraph>a \uDBFF\uDFFD \uDBFF\uDFFC b</paragraph>"), file, ""))
             .getMessage();
-    assertEquals("the fonts that are embedded into PDF lack the character \"漢\" (U+6F22)", message);
+    assertEquals("no installed font that PDF can embed has the characters"
+        + " \"\uDBFF\uDFFC\uDBFF\uDFFD\" (U+10FFFC, U+10FFFD); install a font package for the"
+        + " language of the text", message);
+    String rearranged = assertThrows(ChartException.class, () -> Documents.export(
+        Documents.xml("<table><row><cell>\u0915</cell></row></table>"), file, "")).getMessage();
+    assertEquals("PDF cannot set the character \"\u0915\" (U+0915), whose script needs its letters"
+        + " rearranged; HTML and ODT can", rearranged);
     assertEquals("before", Files.readString(file));
   }
 
