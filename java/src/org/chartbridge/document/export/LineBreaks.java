@@ -222,7 +222,10 @@ public final class LineBreaks {
         usual.set(i);
       }
     }
-    return isInside(place) && usual.get(place);
+    // Java's rules are stricter with digits than Unicode's, by which most programs go.
+    boolean joined = "-/".indexOf(text.charAt(place - 1)) >= 0
+        && Character.isDigit(text.charAt(place));
+    return isInside(place) && usual.get(place) && !joined;
   }
 
   /** Whether a character belongs to the number or the date that the one before it belongs to. */

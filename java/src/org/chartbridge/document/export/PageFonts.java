@@ -96,7 +96,7 @@ public final class PageFonts {
       current = typeface;
     }
     if (start < text.length()) {
-      runs.add(new Run(text.substring(start), current == null ? standard : current));
+      runs.add(new Run(text.substring(start), current));
     }
     return runs;
   }

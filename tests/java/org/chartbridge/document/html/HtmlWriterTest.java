@@ -199,9 +199,9 @@ class HtmlWriterTest {
   @Test
   void holdsNumbersAndDatesTogether() throws IOException {
     String page = html(Documents.xml("<table><row><cell>1,234.5</cell><cell>15-Mar-2024</cell>"
-        + "<cell>12 345 678</cell><cell>snake_case</cell></row></table>"), "");
+        + "<cell>12 345 678</cell><cell>2024-01-31</cell></row></table>"), "");
     assertTrue(page.contains("<td>1,234.5</td><td><span class=\"whole\">15-Mar-2024</span></td>"
-        + "<td><span class=\"whole\">12 345 678</span></td><td>snake_case</td>"), page);
+        + "<td><span class=\"whole\">12 345 678</span></td><td>2024-01-31</td>"), page);
     assertTrue(page.contains(".whole { white-space: nowrap; }"), page);
   }
 }
