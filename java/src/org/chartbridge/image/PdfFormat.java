@@ -5,7 +5,10 @@ import java.io.IOException;
 import java.io.OutputStream;
 import java.util.HashMap;
 import java.util.List;
+import java.util.Locale;
 import java.util.Map;
+import org.apache.fop.pdf.PDFDictionary;
+import org.apache.fop.pdf.PDFDocument;
 import org.apache.fop.pdf.PDFFilterList;
 import org.apache.xmlgraphics.java2d.GraphicContext;
 
@@ -30,10 +33,24 @@ final class PdfFormat {
     filters.put(PDFFilterList.DEFAULT_FILTER, List.of("flate"));
     graphics.getPDFDocument().setFilterMap(filters);
     graphics.getPDFDocument().setProducer("chartbridge");
+    if (picture.words() != null) {
+      describe(graphics.getPDFDocument(), picture.words());
+    }
     graphics.begin();
     graphics.scale((double) width / picture.width(), (double) height / picture.height());
     picture.drawing().accept(graphics);
     graphics.finish();
+  }
+
+  private static void describe(PDFDocument document, PictureWords words) {
+    document.getInfo().setTitle(words.title());
+    if (!words.description().isBlank()) {
+      document.getInfo().setSubject(words.description());
+    }
+    document.getRoot().setLanguage(Locale.forLanguageTag(words.language()));
+    PDFDictionary viewer = new PDFDictionary();
+    viewer.put("DisplayDocTitle", Boolean.TRUE);
+    document.getRoot().put("ViewerPreferences", viewer);
   }
 
   private static int points(double pixels) {

@@ -13,10 +13,17 @@ import org.chartbridge.chart.ChartException;
  * @param height its own height in pixels
  * @param scale the factor by which it is enlarged
  * @param drawing draws it at its own size; the graphics it gets does the scaling
+ * @param words what it shows, in words; null for nothing
  */
-public record Picture(int width, int height, double scale, Consumer<Graphics2D> drawing) {
+public record Picture(
+    int width, int height, double scale, Consumer<Graphics2D> drawing, PictureWords words) {
   private static final double MAX_PERCENT = 10_000;
   private static final long MAX_PIXELS = 100_000_000;
+
+  /** A picture without words. */
+  public Picture(int width, int height, double scale, Consumer<Graphics2D> drawing) {
+    this(width, height, scale, drawing, null);
+  }
 
   /**
    * @param percent the size, 100 for the picture's own

@@ -32,6 +32,7 @@ final class SvgFormat {
     picture.drawing().accept(graphics);
     ViewBox viewBox = new ViewBox(0, 0, picture.width(), picture.height());
     String svg = graphics.getSVGElement(null, true, viewBox, null, null);
+    svg = picture.words() == null ? svg : withWords(svg, picture.words());
     out.write("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n".getBytes(StandardCharsets.UTF_8));
     out.write(withoutControls(svg).getBytes(StandardCharsets.UTF_8));
     out.write('\n');
@@ -48,6 +49,24 @@ final class SvgFormat {
       return quoted + ", 'Times New Roman', Times, serif";
     }
     return quoted + ", Arial, Helvetica, sans-serif";
+  }
+
+  /**
+   * Programs that read pictures aloud take a graphic with a role as one image, and its title and
+   * description as what it shows. They have no ids, which would clash where a page holds several.
+   */
+  private static String withWords(String svg, PictureWords words) {
+    int end = svg.indexOf('>');
+    boolean described = !words.description().isBlank();
+    return svg.substring(0, end) + " role=\"img\" xml:lang=\"" + escaped(words.language()) + "\">"
+        + "<title>" + escaped(words.title()) + "</title>"
+        + (described ? "<desc>" + escaped(words.description()) + "</desc>" : "")
+        + svg.substring(end + 1);
+  }
+
+  private static String escaped(String text) {
+    return text.replace("&", "&amp;").replace("<", "&lt;").replace(">", "&gt;")
+        .replace("\"", "&quot;");
   }
 
   /** XML 1.0 has no way to write most control characters, not even escaped. */
