@@ -2,9 +2,12 @@
 package org.chartbridge.tree;
 
 import java.util.ArrayList;
+import java.util.HashMap;
 import java.util.LinkedHashMap;
+import java.util.LinkedHashSet;
 import java.util.List;
 import java.util.Map;
+import java.util.Set;
 import java.util.function.Function;
 
 /**
@@ -17,6 +20,7 @@ public final class FieldCatalog {
 
   private final FieldCatalog outer;
   private final Map<String, Field> fields = new LinkedHashMap<>();
+  private final Map<String, FieldUse> uses = new HashMap<>();
 
   /** @param outer the catalog of the enclosing model, or null */
   public FieldCatalog(FieldCatalog outer) {
@@ -45,12 +49,24 @@ public final class FieldCatalog {
   /** A value of a field for people. */
   public String valueLabel(String name, String value) {
     for (Field field : chain(name)) {
-      String label = field.valueLabels().get(value);
-      if (label != null) {
-        return label;
+      String listed = field.listed(value);
+      if (listed != null) {
+        return field.valueLabels().get(listed);
       }
     }
     return value;
+  }
+
+  /** A text that is equal for texts that are the same value of the field. */
+  public String identity(String name, String value) {
+    Field field = find(name);
+    if (field == null) {
+      return value;
+    }
+    // A field may pass on numbers under another type.
+    boolean passed = !ValueIdentity.isNumeric(field.dataType()) && isNumeric(name);
+    Double number = passed ? number(chain(name), value) : null;
+    return number == null ? field.identity(value) : number.toString();
   }
 
   public boolean isNumeric(String name) {
@@ -67,17 +83,95 @@ public final class FieldCatalog {
     return last == null || last.derived() ? null : last;
   }
 
+  /** The field that the model computes and that a field takes its values from, or null. */
+  Field computed(String name) {
+    List<Field> chain = chain(name);
+    Field last = chain.isEmpty() ? null : chain.get(chain.size() - 1);
+    return last == null || !last.derived() ? null : last;
+  }
+
+  /** What a field holds when the field that it passes on is missing, or null. */
+  public String missingSource(String name) {
+    for (Field field : chain(name)) {
+      if (field.missingSource() != null) {
+        return field.missingSource();
+      }
+    }
+    return null;
+  }
+
+  /** The values that a field can have, when the document lists them; else empty. */
+  Set<String> categories(String name) {
+    for (Field field : chain(name)) {
+      if (!field.continuous() && !field.valueLabels().isEmpty()) {
+        return field.valueLabels().keySet();
+      }
+    }
+    return Set.of();
+  }
+
+  /** The names of all fields, for a message that says what there is. */
+  public Set<String> names() {
+    Set<String> names = outer == null ? new LinkedHashSet<>() : outer.names();
+    names.addAll(fields.keySet());
+    return names;
+  }
+
+  /** Says what this model does with the values of a field. */
+  public void use(String name, FieldUse use) {
+    uses.put(name, use);
+  }
+
+  /** What models do with the values of a field, the outermost model first. */
+  public List<FieldUse> uses(String name) {
+    List<FieldUse> found = outer == null ? new ArrayList<>() : outer.uses(name);
+    if (uses.containsKey(name)) {
+      found.add(uses.get(name));
+    }
+    return found;
+  }
+
   /**
-   * The value of a field in a record whose columns {@code values} gives, or null when it is
-   * missing.
+   * The value of a field in a record whose columns {@code values} gives, as the model sees it: with
+   * what stands in for missing, invalid and extreme values. Null when it is missing.
    */
   String value(String name, Function<String, String> values) {
-    String own = values.apply(name);
-    if (own != null) {
-      return own;
+    return value(name, values, 0);
+  }
+
+  private String value(String name, Function<String, String> values, int links) {
+    Field field = find(name);
+    String raw = values.apply(name);
+    List<FieldUse> treatments = uses(name);
+    if (field != null && field.derived()) {
+      boolean passesOn = raw == null && field.source() != null && links < MAX_CHAIN;
+      raw = passesOn ? value(field.source(), values, links + 1) : raw;
+      raw = passesOn && raw == null ? field.missingSource() : raw;
+    } else if (field != null && raw != null) {
+      raw = field.meansMissing(raw) ? null : raw;
+      raw = raw == null || treatments.isEmpty() || field.accepts(raw)
+          ? raw : insteadOfInvalid(treatments.get(0), raw);
     }
-    Field source = source(name);
-    return source == null ? null : values.apply(source.name());
+    for (FieldUse use : treatments) {
+      raw = use.treated(raw);
+    }
+    return raw;
+  }
+
+  private static String insteadOfInvalid(FieldUse use, String value) {
+    return switch (use.invalid()) {
+      case AS_MISSING -> null;
+      case AS_VALUE -> use.invalidReplacement();
+      default -> value;
+    };
+  }
+
+  /** Whether the model has no result at all for a record with that value in the field's column. */
+  boolean rejects(Field field, String value) {
+    List<FieldUse> treatments = uses(field.name());
+    return value != null && !treatments.isEmpty()
+        && treatments.get(0).invalid() == FieldUse.Invalid.RETURN_INVALID
+        && !field.meansMissing(value) && !field.accepts(value);
   }
 
   /** Compares two values of a field the way the field's type asks for. */
@@ -90,9 +184,12 @@ public final class FieldCatalog {
       return Double.compare(leftNumber, rightNumber);
     }
     for (Field field : chain) {
+      if (field.identity(left).equals(field.identity(right))) {
+        return 0;
+      }
       List<String> order = new ArrayList<>(field.valueLabels().keySet());
-      int a = order.indexOf(left);
-      int b = order.indexOf(right);
+      int a = order.indexOf(field.listed(left));
+      int b = order.indexOf(field.listed(right));
       if (a >= 0 && b >= 0) {
         return Integer.compare(a, b);
       }

@@ -8,6 +8,8 @@ package org.chartbridge.tree;
  * @param share their share of the tree's records; NaN when unknown
  * @param classCounts how many have each class, in the order of the model's classes; null when
  *     unknown or for regression
+ * @param probabilities whether {@code classCounts} are the classes' probabilities instead, because
+ *     the document gives no counts
  * @param prediction the predicted value as the document writes it or as follows from it; null
  *     when there is none
  * @param mean for regression, the predicted number; NaN when unknown
@@ -15,8 +17,8 @@ package org.chartbridge.tree;
  *     distribution, else of the predictions of the leaves below; NaN when unknown
  */
 public record NodeStatistics(
-    double count, double share, double[] classCounts, String prediction, double mean,
-    double spread) {
+    double count, double share, double[] classCounts, boolean probabilities, String prediction,
+    double mean, double spread) {
 
   public boolean hasCount() {
     return !Double.isNaN(count);

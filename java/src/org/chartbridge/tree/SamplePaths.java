@@ -5,9 +5,12 @@ import java.nio.ByteBuffer;
 import java.util.ArrayList;
 import java.util.HashMap;
 import java.util.LinkedHashMap;
+import java.util.LinkedHashSet;
 import java.util.List;
 import java.util.Map;
+import java.util.Set;
 import java.util.TreeSet;
+import java.util.function.Function;
 import org.chartbridge.chart.ColumnDeclaration;
 import org.chartbridge.chart.ColumnKind;
 import org.chartbridge.data.Column;
@@ -22,6 +25,9 @@ public final class SamplePaths {
   private final int records;
   /** By the number of the tree, then by the path of the node. */
   private final Map<Integer, Map<String, Integer>> passing = new HashMap<>();
+
+  /** By the number of the tree. */
+  private final Map<Integer, Set<String>> lacking = new HashMap<>();
 
   private SamplePaths(int records) {
     this.records = records;
@@ -44,12 +50,18 @@ public final class SamplePaths {
     table.columns().forEach(column -> columns.put(column.name(), column));
     for (TreeModel tree : document.trees()) {
       Map<String, Integer> counts = new HashMap<>();
-      for (int row = 0; row < table.rowCount(); row++) {
-        int current = row;
-        TreeWalk.walk(tree, name -> value(columns.get(name), current),
-            node -> counts.merge(node.path(), 1, Integer::sum));
-      }
+      FieldNeeds needs = FieldNeeds.of(tree);
+      Set<String> lacking = new LinkedHashSet<>(needs.computed().keySet());
+      lacking.removeAll(columns.keySet());
       paths.passing.put(tree.number(), counts);
+      paths.lacking.put(tree.number(), lacking);
+      for (int row = 0; lacking.isEmpty() && row < table.rowCount(); row++) {
+        int current = row;
+        Function<String, String> values = name -> value(columns.get(name), current);
+        if (!rejected(tree, needs, values)) {
+          TreeWalk.walk(tree, values, node -> counts.merge(node.path(), 1, Integer::sum));
+        }
+      }
     }
     return paths;
   }
@@ -64,16 +76,32 @@ public final class SamplePaths {
     return passing.getOrDefault(tree.number(), Map.of()).getOrDefault(node.path(), 0);
   }
 
+  /**
+   * The fields that a tree's predicates need and that the model computes, where the data have no
+   * such column; the ways through that tree are then not known, and no node of it is passed.
+   */
+  public Set<String> lacking(TreeModel tree) {
+    return lacking.getOrDefault(tree.number(), Set.of());
+  }
+
+  /** Whether a value makes the model give no result. */
+  private static boolean rejected(
+      TreeModel tree, FieldNeeds needs, Function<String, String> values) {
+    for (Field field : needs.sources().values()) {
+      if (tree.fields().rejects(field, values.apply(field.name()))) {
+        return true;
+      }
+    }
+    return false;
+  }
+
   private static String value(Column column, int row) {
     return column == null || column.isMissing(row) ? null : column.text(row);
   }
 
   private static Table read(TreeDocument document, byte[] csv) {
     Map<String, Field> needed = new LinkedHashMap<>();
-    for (TreeModel tree : document.trees()) {
-      tree.conditions().forEach(condition -> need(tree, condition, needed));
-      needBelow(tree, tree.root(), needed);
-    }
+    document.trees().forEach(tree -> needed.putAll(FieldNeeds.of(tree).sources()));
     List<ColumnDeclaration> declarations = new ArrayList<>();
     for (Field field : needed.values()) {
       ColumnKind kind = field.isNumeric() ? ColumnKind.NUMBER : ColumnKind.CATEGORY;
@@ -84,27 +112,5 @@ public final class SamplePaths {
       table.column(name);
     }
     return table;
-  }
-
-  private static void needBelow(TreeModel tree, TreeNode node, Map<String, Field> needed) {
-    need(tree, node.predicate(), needed);
-    node.children().forEach(child -> needBelow(tree, child, needed));
-  }
-
-  private static void need(TreeModel tree, Predicate predicate, Map<String, Field> needed) {
-    if (predicate instanceof Predicate.Simple simple) {
-      need(tree, simple.field(), needed);
-    } else if (predicate instanceof Predicate.Membership membership) {
-      need(tree, membership.field(), needed);
-    } else if (predicate instanceof Predicate.Compound compound) {
-      compound.parts().forEach(part -> need(tree, part, needed));
-    }
-  }
-
-  private static void need(TreeModel tree, String name, Map<String, Field> needed) {
-    Field field = tree.fields().source(name);
-    if (field != null) {
-      needed.put(field.name(), field);
-    }
   }
 }

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 package org.chartbridge.tree;
 
+import java.util.LinkedHashSet;
 import java.util.List;
+import java.util.Set;
 
 /**
  * A PMML document as far as it is about trees.
@@ -13,6 +15,13 @@ import java.util.List;
 public record TreeDocument(String version, ModelPart model, List<TreeModel> trees) {
   public TreeDocument {
     trees = List.copyOf(trees);
+  }
+
+  /** The classes of all its trees, those of the first tree first. */
+  public List<String> classes() {
+    Set<String> classes = new LinkedHashSet<>();
+    trees.forEach(tree -> classes.addAll(tree.classes()));
+    return List.copyOf(classes);
   }
 
   /** Whether the picture of the whole model is the picture of one tree. */

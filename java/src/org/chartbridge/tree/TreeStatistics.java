@@ -2,52 +2,34 @@
 package org.chartbridge.tree;
 
 import java.util.ArrayList;
+import java.util.Collection;
 import java.util.HashMap;
-import java.util.LinkedHashSet;
+import java.util.LinkedHashMap;
 import java.util.List;
 import java.util.Map;
-import java.util.Set;
 
 /**
  * The statistics of all nodes of a tree. What an inner node does not say is worked out from its
  * children, since many tools write counts at the leaves only.
  */
 public final class TreeStatistics {
-  /** Sums from which mean and variance of the leaves below a node follow. */
-  private record Sums(double weight, double sum, double squares) {
-    static final Sums UNKNOWN = new Sums(Double.NaN, Double.NaN, Double.NaN);
-
-    static Sums of(double weight, double value) {
-      return new Sums(weight, weight * value, weight * value * value);
-    }
-
-    Sums plus(Sums other) {
-      return new Sums(weight + other.weight, sum + other.sum, squares + other.squares);
-    }
-
-    double mean() {
-      return weight > 0 ? sum / weight : Double.NaN;
-    }
-
-    double deviation() {
-      double mean = mean();
-      return weight > 0 ? Math.sqrt(Math.max(0, squares / weight - mean * mean)) : Double.NaN;
-    }
-  }
-
   private final TreeModel tree;
   private final List<String> classes;
+  /** The place of each class by what its texts have in common. */
+  private final Map<String, Integer> classPlaces = new HashMap<>();
   private final Map<String, NodeStatistics> byPath = new HashMap<>();
   private double total = Double.NaN;
   private double lowest = Double.NaN;
   private double highest = Double.NaN;
   private int nodes;
   private int leaves;
+  private int outcomes;
   private int depth;
 
   private TreeStatistics(TreeModel tree) {
     this.tree = tree;
-    this.classes = classes(tree);
+    this.classes = List.copyOf(classesOf(tree));
+    classes.forEach(value -> classPlaces.put(tree.classIdentity(value), classPlaces.size()));
   }
 
   public static TreeStatistics of(TreeModel tree) {
@@ -88,55 +70,83 @@ public final class TreeStatistics {
     return leaves;
   }
 
+  /**
+   * The number of nodes where a record can end: leaves, and nodes that predict because none of the
+   * branches below them has to apply.
+   */
+  public int outcomes() {
+    return outcomes;
+  }
+
+  /**
+   * Where a prediction stands between the lowest and the highest one, from 0 to 1; in the middle
+   * when all are the same.
+   */
+  public double position(double prediction) {
+    // Halves, since the range itself may be too large for a double.
+    double range = highest / 2 - lowest / 2;
+    double share = range > 0 ? (prediction / 2 - lowest / 2) / range : 0.5;
+    return Math.min(1, Math.max(0, share));
+  }
+
   /** The number of edges from the root to the deepest leaf. */
   public int depth() {
     return depth;
   }
 
-  private static List<String> classes(TreeModel tree) {
+  /**
+   * The classes of a tree: those that the model lists, then others that its nodes name, each as it
+   * is written first.
+   */
+  public static Collection<String> classesOf(TreeModel tree) {
     if (!tree.classification()) {
       return List.of();
     }
-    Set<String> classes = new LinkedHashSet<>(tree.classes());
-    addClasses(tree.root(), classes);
-    return List.copyOf(classes);
+    Map<String, String> classes = new LinkedHashMap<>();
+    tree.classes().forEach(value -> classes.putIfAbsent(tree.classIdentity(value), value));
+    addClasses(tree, tree.root(), classes);
+    return classes.values();
   }
 
-  private static void addClasses(TreeNode node, Set<String> classes) {
-    node.distribution().forEach(entry -> classes.add(entry.value()));
+  private static void addClasses(TreeModel tree, TreeNode node, Map<String, String> classes) {
+    node.distribution().forEach(
+        entry -> classes.putIfAbsent(tree.classIdentity(entry.value()), entry.value()));
     if (node.score() != null) {
-      classes.add(node.score());
+      classes.putIfAbsent(tree.classIdentity(node.score()), node.score());
     }
-    node.children().forEach(child -> addClasses(child, classes));
+    node.children().forEach(child -> addClasses(tree, child, classes));
+  }
+
+  private int place(String value) {
+    return classPlaces.get(tree.classIdentity(value));
   }
 
   private double count(TreeNode node) {
-    if (!Double.isNaN(node.recordCount())) {
-      return node.recordCount();
+    if (hasOwnCount(node)) {
+      return ownCount(node);
     }
-    if (!node.distribution().isEmpty()) {
-      return node.distribution().stream().mapToDouble(ClassCount::count).sum();
-    }
-    if (node.isLeaf()) {
-      return Double.NaN;
-    }
-    return node.children().stream().mapToDouble(this::count).sum();
+    return node.isLeaf() ? Double.NaN : node.children().stream().mapToDouble(this::count).sum();
   }
 
-  private Sums collect(TreeNode node, int level) {
+  private Moments collect(TreeNode node, int level) {
     nodes++;
     leaves += node.isLeaf() ? 1 : 0;
+    boolean ends = node.isLeaf() || Branches.endsAt(tree, node);
+    outcomes += ends ? 1 : 0;
     depth = Math.max(depth, level);
-    List<double[]> below = new ArrayList<>();
-    Sums leafSums = node.isLeaf() ? Sums.UNKNOWN : new Sums(0, 0, 0);
+    List<NodeStatistics> below = new ArrayList<>();
+    Moments leafSums = node.isLeaf() ? Moments.UNKNOWN : Moments.NONE;
     double childCount = 0;
     for (TreeNode child : node.children()) {
       leafSums = leafSums.plus(collect(child, level + 1));
       NodeStatistics statistics = of(child);
-      below.add(statistics.classCounts());
+      below.add(statistics);
       childCount += statistics.count();
     }
-    double count = ownCount(node, childCount);
+    double count = hasOwnCount(node) ? ownCount(node) : node.isLeaf() ? Double.NaN : childCount;
+    if (ends && !node.isLeaf()) {
+      leafSums = leafSums.plus(ending(node, count - childCount));
+    }
     NodeStatistics statistics = tree.classification() ? classification(node, count, below)
                                                       : regression(node, count, leafSums);
     byPath.put(node.path(), statistics);
@@ -144,49 +154,78 @@ public final class TreeStatistics {
       lowest = Double.isNaN(lowest) ? statistics.mean() : Math.min(lowest, statistics.mean());
       highest = Double.isNaN(highest) ? statistics.mean() : Math.max(highest, statistics.mean());
     }
-    return node.isLeaf() ? Sums.of(count, statistics.mean()) : leafSums;
+    return node.isLeaf() ? Moments.of(count, statistics.mean()) : leafSums;
   }
 
-  private static double ownCount(TreeNode node, double childCount) {
+  /** The records that end at a node although it has branches. */
+  private static Moments ending(TreeNode node, double records) {
+    if (records <= 0) {
+      return Moments.NONE;
+    }
+    return Moments.of(
+        records, node.score() == null ? distribution(node).average() : number(node.score()));
+  }
+
+  private static boolean hasOwnCount(TreeNode node) {
+    return !Double.isNaN(node.recordCount()) || !node.distribution().isEmpty();
+  }
+
+  private static double ownCount(TreeNode node) {
     if (!Double.isNaN(node.recordCount())) {
       return node.recordCount();
     }
-    if (!node.distribution().isEmpty()) {
-      return node.distribution().stream().mapToDouble(ClassCount::count).sum();
-    }
-    return node.isLeaf() ? Double.NaN : childCount;
+    double sum = node.distribution().stream().mapToDouble(ClassCount::count).sum();
+    // Some tools write zeros where they give probabilities instead.
+    boolean probabilities =
+        node.distribution().stream().anyMatch(entry -> entry.probability() > 0);
+    return sum == 0 && probabilities ? Double.NaN : sum;
   }
 
   private double share(double count) {
     return total > 0 ? count / total : Double.NaN;
   }
 
-  private NodeStatistics classification(TreeNode node, double count, List<double[]> below) {
+  private NodeStatistics classification(
+      TreeNode node, double count, List<NodeStatistics> below) {
     double[] counts = classCounts(node, below);
-    String prediction = node.score();
-    if (prediction == null && counts != null) {
-      prediction = classes.get(largest(counts));
+    double[] probabilities = counts == null ? probabilities(node) : null;
+    double[] known = counts == null ? probabilities : counts;
+    String prediction = node.score() == null ? null : classes.get(place(node.score()));
+    if (prediction == null && known != null) {
+      prediction = classes.get(largest(known));
     }
-    return new NodeStatistics(count, share(count), counts, prediction, Double.NaN, Double.NaN);
+    return new NodeStatistics(count, share(count), known, probabilities != null,
+        node.predictsByRegression() ? null : prediction, Double.NaN, Double.NaN);
   }
 
-  private double[] classCounts(TreeNode node, List<double[]> below) {
+  private double[] classCounts(TreeNode node, List<NodeStatistics> below) {
     double[] counts = new double[classes.size()];
     if (!node.distribution().isEmpty()) {
       for (ClassCount entry : node.distribution()) {
-        counts[classes.indexOf(entry.value())] += entry.count();
+        counts[place(entry.value())] += entry.count();
       }
       return sum(counts) > 0 ? counts : null;
     }
-    if (below.isEmpty() || below.contains(null)) {
-      return null;
-    }
-    for (double[] child : below) {
+    for (NodeStatistics child : below) {
+      if (child.classCounts() == null || child.probabilities()) {
+        return null;
+      }
       for (int i = 0; i < counts.length; i++) {
-        counts[i] += child[i];
+        counts[i] += child.classCounts()[i];
       }
     }
-    return counts;
+    return sum(counts) > 0 ? counts : null;
+  }
+
+  /** The probabilities that a document gives instead of counts, or null. */
+  private double[] probabilities(TreeNode node) {
+    double[] probabilities = new double[classes.size()];
+    for (ClassCount entry : node.distribution()) {
+      if (!Double.isNaN(entry.probability())) {
+        probabilities[place(entry.value())] += entry.probability();
+      }
+    }
+    return sum(probabilities) > 0 ? probabilities : null;
   }
 
   private static double sum(double[] values) {
@@ -205,25 +244,26 @@ public final class TreeStatistics {
     return best;
   }
 
-  private NodeStatistics regression(TreeNode node, double count, Sums leafSums) {
-    Sums own = distribution(node);
-    double score = node.score() == null ? Double.NaN : number(node.score());
-    double mean = score;
+  private NodeStatistics regression(TreeNode node, double count, Moments leafSums) {
+    Moments own = distribution(node);
+    double mean = node.score() == null ? Double.NaN : number(node.score());
     if (node.score() == null) {
-      mean = Double.isNaN(own.mean()) ? leafSums.mean() : own.mean();
+      mean = Double.isNaN(own.average()) ? leafSums.average() : own.average();
     }
-    double spread = Double.isNaN(own.mean()) ? leafSums.deviation() : own.deviation();
+    double spread = Double.isNaN(own.average()) ? leafSums.deviation() : own.deviation();
     String prediction = node.score();
     if (prediction == null && !Double.isNaN(mean)) {
       prediction = Double.toString(mean);
     }
-    return new NodeStatistics(count, share(count), null, prediction, mean, spread);
+    boolean byRegression = node.predictsByRegression();
+    return new NodeStatistics(count, share(count), null, false, byRegression ? null : prediction,
+        byRegression ? Double.NaN : mean, spread);
   }
 
-  private static Sums distribution(TreeNode node) {
-    Sums sums = node.distribution().isEmpty() ? Sums.UNKNOWN : new Sums(0, 0, 0);
+  private static Moments distribution(TreeNode node) {
+    Moments sums = node.distribution().isEmpty() ? Moments.UNKNOWN : Moments.NONE;
     for (ClassCount entry : node.distribution()) {
-      sums = sums.plus(Sums.of(entry.count(), number(entry.value())));
+      sums = sums.plus(Moments.of(entry.count(), number(entry.value())));
     }
     return sums;
   }

@@ -20,7 +20,7 @@ public final class TreeWalk {
   /**
    * Visits the nodes that a record passes, from the root on. With a missing value it may pass
    * several branches, as the tree's treatment of missing values says. It passes none when the root,
-   * or a segment around the tree, does not apply to it.
+   * or a segment around the tree, does not apply to it, or when the model rejects it.
    *
    * @param values the text of a field's value, or null when it is missing
    */
@@ -49,7 +49,7 @@ public final class TreeWalk {
         enter(child);
         return;
       }
-      if (truth == Truth.UNKNOWN && tree.missingValues() != MissingValues.NONE) {
+      if (truth == Truth.UNKNOWN && tree.missingValuesAt(node) != MissingValues.NONE) {
         enterUnknown(node);
         return;
       }
@@ -57,7 +57,7 @@ public final class TreeWalk {
   }
 
   private void enterUnknown(TreeNode node) {
-    switch (tree.missingValues()) {
+    switch (tree.missingValuesAt(node)) {
       case DEFAULT_CHILD -> enterAll(node.children().stream().filter(node::isDefault).toList());
       case WEIGHTED_CONFIDENCE, AGGREGATE_NODES ->
           enterAll(node.children().stream()

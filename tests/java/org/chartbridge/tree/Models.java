@@ -17,6 +17,11 @@ public final class Models {
   public static final List<String> EXAMPLES =
       List.of("iris", "airquality", "titanic-forest", "kyphosis-boosted");
 
+  /** Documents of the test data, one for each kind that other tools write. */
+  public static final List<String> KINDS = List.of("neither-score-nor-count", "counts-at-leaves",
+      "probabilities", "undeclared-scores", "numeric-classes", "embedded-models", "adjusted",
+      "chain", "isolation-forest", "ordered-branches");
+
   private Models() {}
 
   public static byte[] bytes(Path path) {

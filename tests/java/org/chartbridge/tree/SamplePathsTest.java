@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 package org.chartbridge.tree;
 
+import static org.junit.jupiter.api.Assertions.assertArrayEquals;
 import static org.junit.jupiter.api.Assertions.assertEquals;
 import static org.junit.jupiter.api.Assertions.assertThrows;
 import static org.junit.jupiter.api.Assertions.assertTrue;
 
+import java.nio.charset.StandardCharsets;
 import java.util.ArrayList;
 import java.util.List;
 import java.util.Map;
+import java.util.Set;
 import org.chartbridge.chart.ChartException;
 import org.chartbridge.tree.pmml.PmmlReader;
 import org.junit.jupiter.api.Test;
@@ -121,5 +124,73 @@ class SamplePathsTest {
   private static String message(TreeDocument document, String csv) {
     return assertThrows(
         ChartException.class, () -> SamplePaths.of(document, Models.utf8(csv))).getMessage();
+  }
+
+  private static int[] passing(TreeDocument document, String csv, String... paths) {
+    SamplePaths samples = SamplePaths.of(document, Models.utf8(csv));
+    int[] found = new int[paths.length];
+    for (int i = 0; i < paths.length; i++) {
+      found[i] = samples.passing(
+          document.tree(1), Models.node(document.tree(1).root(), paths[i]));
+    }
+    return found;
+  }
+
+  /** What stands in for missing, extreme and invalid values decides the way. */
+  @Test
+  void recordsGoWhereTheModelSendsTheirValues() {
+    String text = new String(Models.odd("adjusted"), StandardCharsets.UTF_8)
+        .replace("\"log income\" operator", "\"income\" operator");
+    TreeDocument document = Models.read(text);
+    String[] paths = {"1", "1.1", "1.1.1", "1.1.2", "1.2", "1.2.1", "1.2.2"};
+    assertArrayEquals(new int[] {1, 1, 1, 0, 0, 0, 0},
+        passing(document, "age,income,region\n20,5,north\n", paths));
+    // No age, and -99, which means the same, are read as 40; no income is read as 1000.
+    assertArrayEquals(new int[] {2, 0, 0, 0, 2, 0, 2},
+        passing(document, "age,income,region\n,,north\n-99,,north\n", paths));
+    // An invalid region counts as missing, and that is read as south.
+    assertArrayEquals(new int[] {3, 3, 1, 2, 0, 0, 0}, passing(
+        document, "age,income,region\n20,5,?\n20,5,\n20,5,north\n", paths));
+    // The model has no result for an age that there cannot be.
+    assertArrayEquals(new int[] {1, 1, 0, 1, 0, 0, 0},
+        passing(document, "age,income,region\n131,5,north\n-5,5,north\n3,5,south\n", paths));
+  }
+
+  @Test
+  void waysThroughComputedFieldsAreNotGuessed() {
+    TreeDocument document = PmmlReader.read(Models.odd("adjusted"));
+    SamplePaths samples = SamplePaths.of(document, Models.utf8("age,region\n20,north\n"));
+    assertEquals(Set.of("log income"), samples.lacking(document.tree(1)));
+    assertEquals(0, samples.passing(document.tree(1), document.tree(1).root()));
+    SamplePaths given =
+        SamplePaths.of(document, Models.utf8("age,region,log income\n50,north,7.25\n"));
+    assertEquals(Set.of(), given.lacking(document.tree(1)));
+    assertEquals(1, given.passing(
+        document.tree(1), Models.node(document.tree(1).root(), "1.2.1")));
+  }
+
+  @Test
+  void aTreeWithinANodeHasRulesOfItsOwn() {
+    TreeModel tree = PmmlReader.read(Models.odd("embedded-models")).tree(1);
+    assertEquals(List.of("1", "1.1"), walk(tree, Map.of("area", "90")));
+    assertEquals(List.of("1", "1.2", "1.2.1"), walk(tree, Map.of("rooms", "4")));
+    assertEquals(
+        List.of("1", "1.2", "1.2.1", "1.2.1.1"), walk(tree, Map.of("rooms", "4", "area", "70")));
+  }
+
+  @ParameterizedTest
+  @CsvSource({"iris, iris-samples, 3", "titanic-forest, titanic-samples, 4"})
+  void theSamplesOfTheExamplesRunThroughEveryTree(String model, String samples, int records) {
+    TreeDocument document = PmmlReader.read(Models.example(model));
+    SamplePaths paths = SamplePaths.of(
+        document, Models.bytes(Models.SOURCE.resolve("examples/trees/" + samples + ".csv")));
+    assertEquals(records, paths.records());
+    for (TreeModel tree : document.trees()) {
+      int atLeaves = 0;
+      for (TreeNode node : Models.all(tree.root())) {
+        atLeaves += node.isLeaf() ? paths.passing(tree, node) : 0;
+      }
+      assertEquals(records, atLeaves, model + " tree " + tree.number());
+    }
   }
 }

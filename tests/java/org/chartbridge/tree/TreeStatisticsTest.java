@@ -10,6 +10,8 @@ import static org.junit.jupiter.api.Assertions.assertTrue;
 import java.util.List;
 import org.chartbridge.tree.pmml.PmmlReader;
 import org.junit.jupiter.api.Test;
+import org.junit.jupiter.params.ParameterizedTest;
+import org.junit.jupiter.params.provider.ValueSource;
 
 class TreeStatisticsTest {
   private static final double EXACT = 1e-9;
@@ -97,6 +99,44 @@ class TreeStatisticsTest {
     assertFalse(right.hasCount());
     assertFalse(right.hasMean());
     assertNull(at(tree, "1.2.2").prediction());
+  }
+
+  /** Two leaves of one and two records. */
+  private static TreeModel pair(String first, String second) {
+    return Models.read(Models.regression("<Node><True/><Node score=\"" + first
+        + "\" recordCount=\"1\"><True/></Node><Node score=\"" + second
+        + "\" recordCount=\"2\"><True/></Node></Node>")).tree(1);
+  }
+
+  @ParameterizedTest
+  @ValueSource(doubles = {0, 1e8, 1e9, 1e12, -1e15})
+  void theSpreadOfLargePredictionsIsExact(double base) {
+    TreeModel tree = pair(Double.toString(base + 1), Double.toString(base + 3));
+    assertEquals(Math.sqrt(8.0 / 9), at(tree, "1").spread(), EXACT);
+    assertEquals(base + 7.0 / 3, at(tree, "1").mean(), Math.max(Math.ulp(base), 1e-15));
+  }
+
+  @Test
+  void equalPredictionsHaveNoSpreadWhateverTheirSize() {
+    for (String value : new String[] {"0.1", "123456789.123", "1e300", "-7e-300"}) {
+      assertEquals(0, at(pair(value, value), "1").spread(), value);
+    }
+  }
+
+  @Test
+  void theEndsOfDoublesGiveAMeanAndNoSpread() {
+    TreeModel tree = pair("-1.7976931348623157E308", "1.7976931348623157E308");
+    assertEquals(Double.MAX_VALUE / 3, at(tree, "1").mean(), 1e294);
+    assertFalse(at(tree, "1").hasSpread());
+  }
+
+  @Test
+  void recordsThatEndAtANodeWithBranchesCountForItsSpread() {
+    TreeModel tree = Models.read(Models.regression("<Node score=\"1\" recordCount=\"4\"><True/>"
+        + "<Node score=\"5\" recordCount=\"1\"><SimplePredicate field=\"x\" operator=\"lessThan\""
+        + " value=\"0\"/></Node></Node>").replace("<TreeModel",
+            "<TreeModel noTrueChildStrategy=\"returnLastPrediction\"")).tree(1);
+    assertEquals(Math.sqrt(3), at(tree, "1").spread(), EXACT);
   }
 
   @Test

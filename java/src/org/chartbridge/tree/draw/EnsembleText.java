@@ -19,6 +19,7 @@ final class EnsembleText {
     int size = ensemble.segments().size();
     String models = " of " + size + (size == 1 ? " model" : " models");
     return switch (ensemble.method()) {
+      case Ensemble.SEPARATE -> size + " separate models";
       case "selectFirst" -> "the first" + models + " that applies";
       case "selectAll" -> "all" + models + " that apply";
       default -> ensemble.methodLabel() + models;
@@ -55,16 +56,29 @@ final class EnsembleText {
     return false;
   }
 
+  /** The weight of a member; empty for the usual one. */
+  static String weight(Ensemble.Segment segment, NumberText numbers) {
+    if (segment.weightField() != null) {
+      return "weight: the value of " + segment.weightField();
+    }
+    return segment.weight() == 1 ? "" : "weight " + numbers.number(segment.weight());
+  }
+
   private static String line(Ensemble ensemble, Ensemble.Segment segment, int number,
       TreeModel tree, NumberText numbers) {
-    StringBuilder text = new StringBuilder("Part " + number + ", " + joining(ensemble));
-    if (segment.weight() != 1) {
-      text.append(", weight ").append(numbers.number(segment.weight()));
-    }
+    boolean separate = ensemble.method().equals(Ensemble.SEPARATE);
+    StringBuilder text = new StringBuilder(separate
+        ? "Model " + number + " of " + ensemble.segments().size()
+        : "Part " + number + ", " + joining(ensemble));
+    String weight = weight(segment, numbers);
+    text.append(weight.isEmpty() ? "" : ", " + weight);
     boolean always = segment.predicate() instanceof Predicate.Constant constant && constant.value();
     if (!always) {
       text.append(", used when ")
           .append(new PredicateText(tree.fields(), numbers, false).of(segment.predicate()));
+    }
+    if (!ensemble.remarks().isEmpty()) {
+      text.append(". ").append(new RemarkText(numbers).of(ensemble.remarks()));
     }
     return text.toString();
   }

@@ -9,6 +9,7 @@ import java.awt.geom.Line2D;
 import java.awt.geom.Rectangle2D;
 import java.util.ArrayList;
 import java.util.List;
+import org.chartbridge.image.PictureWords;
 
 /** What stands above a tree: title, facts, notes, and the legend. */
 final class Header {
@@ -54,8 +55,11 @@ final class Header {
     return this;
   }
 
+  /** Adds a note; nothing when it is empty. */
   Header note(String text) {
-    notes.add(text);
+    if (!text.isEmpty()) {
+      notes.add(text);
+    }
     return this;
   }
 
@@ -139,6 +143,23 @@ final class Header {
       case BADGE -> badgeWidth() + 6 * unit;
       default -> 0;
     };
+  }
+
+  /** The same in words. */
+  PictureWords words() {
+    List<String> sentences = new ArrayList<>();
+    if (!facts.isEmpty()) {
+      sentences.add(String.join(", ", facts) + ".");
+    }
+    notes.forEach(note -> sentences.add(note.endsWith(".") ? note : note + "."));
+    List<String> classes = entries.stream().filter(entry -> entry.symbol() == Symbol.SWATCH)
+        .map(Entry::text).toList();
+    if (!classes.isEmpty()) {
+      sentences.add("Classes: " + String.join(", ", classes) + ".");
+    }
+    String name = title.isBlank() ? "Decision tree" : title.strip();
+    // The words of the drawing itself are English, whatever language the model's names are in.
+    return new PictureWords(name, String.join(" ", sentences), "en");
   }
 
   double width() {

@@ -9,6 +9,8 @@ import java.awt.geom.Line2D;
 import java.awt.geom.Rectangle2D;
 import java.awt.geom.RoundRectangle2D;
 import java.util.List;
+import org.chartbridge.tree.Branches;
+import org.chartbridge.tree.Embedded;
 import org.chartbridge.tree.NodeStatistics;
 import org.chartbridge.tree.Predicate;
 import org.chartbridge.tree.TreeNode;
@@ -23,6 +25,7 @@ final class NodeBox {
   private static final double MAX_LABEL = 150;
   private static final int MAX_LABEL_LINES = 5;
   private static final int MAX_SURROGATES = 3;
+  private static final int MAX_EQUATIONS = 3;
 
   final TreeNode node;
   final int hidden;
@@ -44,6 +47,7 @@ final class NodeBox {
   private final String badge;
   private final boolean swatch;
   private final boolean bar;
+  private final boolean regression;
 
   /** @param hidden how many nodes below this one are not shown */
   NodeBox(Scene scene, TreeNode node, TreeNode parent, int hidden) {
@@ -56,6 +60,7 @@ final class NodeBox {
     onPath = scene.passing(node) > 0;
     swatch = scene.tree.classification() && scene.classIndex(statistics.prediction()) >= 0;
     bar = scene.display.show().distribution() && hasBar();
+    regression = node.predictsByRegression();
     writeLabel(parent);
     writeTexts();
     double textWidth = Math.max(heading.width() + swatchRoom(), details.width());
@@ -93,14 +98,15 @@ final class NodeBox {
   }
 
   private void writeLabel(TreeNode parent) {
-    boolean last = parent != null && parent.children().size() > 1
-        && parent.children().get(parent.children().size() - 1) == node;
     boolean always = node.predicate() instanceof Predicate.Constant constant && constant.value();
     if (parent == null && always) {
       return;
     }
-    String text = always && last ? "otherwise" : scene.predicates.of(node.predicate());
-    label.wrapped(text, style.small, style.text, MAX_LABEL * unit, MAX_LABEL_LINES);
+    String text = Scene.isRest(node, parent)
+        ? "otherwise" : scene.predicates.of(node.predicate());
+    int order = scene.order(node, parent);
+    label.wrapped(order == 0 ? text : order + ".\u00A0" + text, style.small, style.text,
+        MAX_LABEL * unit, MAX_LABEL_LINES);
     if (!scene.display.show().missing()) {
       return;
     }
@@ -120,7 +126,9 @@ final class NodeBox {
   private void writeTexts() {
     String prediction = scene.prediction(node);
     double maxWidth = MAX_TEXT * unit;
-    if (prediction == null) {
+    if (regression) {
+      writeEquations(maxWidth);
+    } else if (prediction == null) {
       heading.line("no prediction", style.smallItalic, style.muted);
     } else {
       heading.wrapped(prediction, style.bold, style.text, maxWidth, 3);
@@ -134,10 +142,33 @@ final class NodeBox {
     if (statistics.hasSpread() && !node.isLeaf() || statistics.spread() > 0) {
       details.line("\u00B1 " + scene.numbers.number(statistics.spread()), style.small, style.muted);
     }
+    if (node.embedded() instanceof Embedded.Tree inner) {
+      details.wrapped(scene.embedded(inner), style.smallItalic, style.muted, maxWidth, 4);
+    }
+    details.wrapped(scene.remarks(node), style.smallItalic, style.muted, maxWidth, 4);
+    if (Branches.endsAt(scene.tree, node)) {
+      details.wrapped("predicts when no branch applies", style.smallItalic, style.muted, maxWidth,
+          2);
+    }
     if (onPath && scene.samples.records() > 1) {
       String samples = scene.passing(node) + " of " + scene.samples.records() + " samples";
       details.line(samples, style.small.deriveFont(Font.BOLD), style.highlight);
     }
+  }
+
+  /** The equations in short; the tooltip has them in full. */
+  private void writeEquations(double maxWidth) {
+    List<String> equations = scene.equations(node);
+    int shown = equations.size() > MAX_EQUATIONS ? MAX_EQUATIONS - 1 : equations.size();
+    for (String equation : equations.subList(0, shown)) {
+      heading.wrapped(equation, style.normal, style.text, maxWidth, 3);
+    }
+    if (shown < equations.size()) {
+      heading.line("\u2026 " + (equations.size() - shown) + " more equations", style.small,
+          style.muted);
+    }
+    details.line(RegressionText.kind((Embedded.Regression) node.embedded()), style.smallItalic,
+        style.muted);
   }
 
   /** Draws the box with its upper left corner at a point. */
@@ -181,11 +212,10 @@ final class NodeBox {
 
   /** Nodes of a regression are the stronger in colour the higher their prediction. */
   private double strength() {
-    double range = scene.statistics.highest() - scene.statistics.lowest();
-    if (scene.tree.classification() || !(range > 0)) {
+    if (scene.tree.classification() || !(scene.statistics.highest() > scene.statistics.lowest())) {
       return TINT;
     }
-    return 0.04 + 0.34 * (statistics.mean() - scene.statistics.lowest()) / range;
+    return 0.04 + 0.34 * scene.statistics.position(statistics.mean());
   }
 
   private Color color() {
@@ -204,7 +234,7 @@ final class NodeBox {
     for (int i = 0; i < statistics.classCounts().length; i++) {
       double width = area.getWidth() * statistics.classCounts()[i] / sum;
       if (width > 0) {
-        g.setColor(style.group(i));
+        g.setColor(style.group(scene.classIndex(scene.statistics.classes().get(i))));
         g.fill(new Rectangle2D.Double(left, area.getY(), width, area.getHeight()));
         left += width;
       }
@@ -241,9 +271,7 @@ final class NodeBox {
   }
 
   private double position(double value, Rectangle2D area) {
-    double lowest = scene.statistics.lowest();
-    double share = (value - lowest) / (scene.statistics.highest() - lowest);
-    return area.getX() + area.getWidth() * Math.min(1, Math.max(0, share));
+    return area.getX() + area.getWidth() * scene.statistics.position(value);
   }
 
   /** Draws the badge around a point, with the line that leads to it. */

@@ -16,6 +16,7 @@ import java.util.List;
 import java.util.Map;
 import java.util.Set;
 import org.chartbridge.draw.Mark;
+import org.chartbridge.image.PictureWords;
 import org.chartbridge.tree.Ensemble;
 import org.chartbridge.tree.ModelPart;
 import org.chartbridge.tree.OtherModel;
@@ -138,6 +139,7 @@ final class OverviewPicture implements TreePicture {
     facts.add("Ensemble of " + numbers.count(document.trees().size()) + " trees");
     facts.add(EnsembleText.joining(ensemble));
     made.facts(facts);
+    made.note(new RemarkText(numbers).of(ensemble.remarks()));
     if (display.show().legend()) {
       TreeModel first = document.trees().get(0);
       for (int i = 0; i < classes.size(); i++) {
@@ -146,11 +148,7 @@ final class OverviewPicture implements TreePicture {
       if (document.trees().stream().anyMatch(tree -> !tree.classification())) {
         made.remark("The darker a node, the higher its prediction within its tree.");
       }
-      if (samples.records() > 0) {
-        made.path(samples.records() == 1
-            ? "way of the sample record"
-            : "ways of " + samples.records() + " sample records");
-      }
+      SampleText.legend(made, samples, document.trees());
     }
     return made;
   }
@@ -185,13 +183,15 @@ final class OverviewPicture implements TreePicture {
     facts.add(EnsembleText.joining(inner));
     addConditions(segment, inner, facts);
     text.wrapped(String.join(" \u00B7 ", facts), style.small, style.muted, room, 3);
+    text.wrapped(new RemarkText(numbers).of(inner.remarks()), style.small, style.muted, room, 4);
     headings.add(new Heading(text, x, bottom));
     bottom += text.height() + 6 * unit;
   }
 
   private void addConditions(Ensemble.Segment segment, ModelPart model, List<String> facts) {
-    if (segment.weight() != 1) {
-      facts.add("weight " + numbers.number(segment.weight()));
+    String weight = EnsembleText.weight(segment, numbers);
+    if (!weight.isEmpty()) {
+      facts.add(weight);
     }
     boolean always = segment.predicate() instanceof Predicate.Constant constant && constant.value();
     TreeModel inside = always ? null : firstTree(model);
@@ -232,16 +232,23 @@ final class OverviewPicture implements TreePicture {
       values.put("Part", Integer.toString(number));
       values.put("Model", element);
     } else {
-      thumbnail = new Thumbnail(new Scene(tree, tree, display, style, samples));
+      thumbnail = new Thumbnail(new Scene(tree, tree, display, style, samples,
+          document.classes()));
       texts.wrapped("Tree " + tree.number(), style.bold, style.text, room, 1);
       facts.addAll(thumbnail.facts());
       values.put("Tree", Integer.toString(tree.number()));
       values.put("Size", String.join(", ", facts));
+      if (!tree.remarks().isEmpty()) {
+        String remarks = new RemarkText(numbers).of(tree.remarks());
+        facts.add(remarks);
+        values.put("Remarks", remarks);
+      }
     }
     if (segment.id() != null) {
       values.put("Segment", segment.id());
     }
-    values.put("Weight", numbers.number(segment.weight()));
+    values.put("Weight", segment.weightField() == null
+        ? numbers.number(segment.weight()) : "the value of " + segment.weightField());
     List<String> conditions = new ArrayList<>();
     addConditions(segment, segment.model(), conditions);
     facts.addAll(conditions);
@@ -282,6 +289,11 @@ final class OverviewPicture implements TreePicture {
   @Override
   public int height() {
     return height;
+  }
+
+  @Override
+  public PictureWords words() {
+    return header.words();
   }
 
   @Override

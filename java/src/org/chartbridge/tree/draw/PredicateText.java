@@ -2,10 +2,17 @@
 package org.chartbridge.tree.draw;
 
 import java.util.ArrayList;
+import java.util.Collections;
+import java.util.HashMap;
 import java.util.List;
+import java.util.Map;
+import java.util.NavigableSet;
+import java.util.TreeSet;
 import org.chartbridge.tree.FieldCatalog;
 import org.chartbridge.tree.Operator;
 import org.chartbridge.tree.Predicate;
+import org.chartbridge.tree.TreeModel;
+import org.chartbridge.tree.TreeNode;
 
 /** Predicates as texts for people. */
 final class PredicateText {
@@ -17,6 +24,8 @@ final class PredicateText {
   private final FieldCatalog fields;
   private final NumberText numbers;
   private final boolean complete;
+  /** The numbers that the tree compares each field with. */
+  private final Map<String, NavigableSet<Double>> splits = new HashMap<>();
 
   /**
    * @param complete whether long lists of values are written out, and numbers with all their digits
@@ -25,6 +34,34 @@ final class PredicateText {
     this.fields = fields;
     this.numbers = numbers;
     this.complete = complete;
+  }
+
+  /** The same for a tree, whose splits have digits enough to be told apart. */
+  static PredicateText ofTree(TreeModel tree, NumberText numbers, boolean complete) {
+    PredicateText text = new PredicateText(tree.fields(), numbers, complete);
+    text.collect(tree.root());
+    return text;
+  }
+
+  private void collect(TreeNode node) {
+    collect(node.predicate());
+    node.children().forEach(this::collect);
+  }
+
+  private void collect(Predicate predicate) {
+    if (predicate instanceof Predicate.Compound compound) {
+      compound.parts().forEach(this::collect);
+    } else if (predicate instanceof Predicate.Simple simple && simple.value() != null) {
+      double number = NumberText.parsed(simple.value());
+      if (!Double.isNaN(number)) {
+        splits.computeIfAbsent(fields.label(simple.field()), label -> new TreeSet<>()).add(number);
+      }
+    }
+  }
+
+  private String number(String field, String value) {
+    return numbers.split(
+        value, splits.getOrDefault(fields.label(field), Collections.emptyNavigableSet()));
   }
 
   /** The condition on a branch; of a surrogate chain, the one that decides as a rule. */
@@ -89,7 +126,7 @@ final class PredicateText {
     boolean ordering = operator != Operator.EQUAL && operator != Operator.NOT_EQUAL;
     boolean number = fields.find(field) == null ? ordering : fields.isNumeric(field);
     String label = fields.valueLabel(field, value);
-    return number && !complete && label.equals(value) ? numbers.value(value) : label;
+    return number && !complete && label.equals(value) ? number(field, value) : label;
   }
 
   private String membership(Predicate.Membership membership) {

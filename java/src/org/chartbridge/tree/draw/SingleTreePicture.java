@@ -12,6 +12,8 @@ import java.awt.geom.Rectangle2D;
 import java.util.ArrayList;
 import java.util.List;
 import org.chartbridge.draw.Mark;
+import org.chartbridge.image.PictureWords;
+import org.chartbridge.tree.Branches;
 import org.chartbridge.tree.MissingValues;
 import org.chartbridge.tree.TreeNode;
 
@@ -52,6 +54,10 @@ final class SingleTreePicture implements TreePicture {
     if (scene.display.show().missing()) {
       noteMissingValues(made);
     }
+    noteBranches(made);
+    RemarkText remarks = new RemarkText(scene.numbers);
+    made.note(remarks.of(scene.tree.remarks()));
+    made.note(String.join(" ", remarks.ofFields(scene.tree)));
     if (scene.display.show().legend()) {
       legend(made);
     }
@@ -71,28 +77,47 @@ final class SingleTreePicture implements TreePicture {
     }
   }
 
+  private void noteBranches(Header made) {
+    boolean ordered = false;
+    boolean leavesOut = false;
+    for (TreeLayout.Placed placed : layout.nodes()) {
+      TreeNode node = placed.box.node;
+      ordered |= placed.parent != null && scene.order(node, placed.parent.box.node) > 0;
+      leavesOut |= placed.box.hidden == 0 && !scene.tree.returnsLastPredictionAt(node)
+          && Branches.leaveSomeOut(scene.tree, node);
+    }
+    if (ordered) {
+      made.note("Where branches are numbered, a record takes the first that applies.");
+    }
+    if (leavesOut) {
+      made.note("When no branch applies: no prediction.");
+    }
+  }
+
   private void legend(Header made) {
     List<String> classes = scene.statistics.classes();
     for (int i = 0; i < classes.size(); i++) {
-      made.group(scene.style.group(i), scene.tree.classLabel(classes.get(i)));
+      made.group(scene.style.group(scene.classIndex(classes.get(i))),
+          scene.tree.classLabel(classes.get(i)));
     }
     boolean scale = !scene.tree.classification() && scene.display.show().distribution()
         && scene.statistics.highest() > scene.statistics.lowest();
     if (scale) {
       boolean spread = layout.nodes().stream()
           .anyMatch(node -> scene.statistics(node.box.node).hasSpread());
-      made.remark("Bars from " + scene.numbers.number(scene.statistics.lowest()) + " to "
-          + scene.numbers.number(scene.statistics.highest()) + ": the mark is the prediction"
+      made.remark("Bars from " + scene.predicted(scene.statistics.lowest()) + " to "
+          + scene.predicted(scene.statistics.highest()) + ": the mark is the prediction"
           + (spread ? ", the band \u00B1 the standard deviation of the predictions below." : "."));
+    }
+    boolean probabilities = scene.display.show().distribution() && layout.nodes().stream()
+        .anyMatch(node -> scene.statistics(node.box.node).probabilities());
+    if (probabilities) {
+      made.remark("Bars show probabilities where the document gives no counts.");
     }
     if (layout.nodes().stream().anyMatch(node -> node.box.hidden > 0)) {
       made.badge("hidden nodes");
     }
-    if (scene.samples.records() > 0) {
-      made.path(scene.samples.records() == 1
-          ? "way of the sample record"
-          : "ways of " + scene.samples.records() + " sample records");
-    }
+    SampleText.legend(made, scene.samples, List.of(scene.tree));
   }
 
   TreeLayout layout() {
@@ -111,6 +136,11 @@ final class SingleTreePicture implements TreePicture {
   @Override
   public int height() {
     return height;
+  }
+
+  @Override
+  public PictureWords words() {
+    return header.words();
   }
 
   @Override

@@ -74,8 +74,9 @@ final class TextBlock {
   }
 
   /**
-   * Breaks a text at spaces, and within words that are too long by themselves. Beyond {@code
-   * maxLines} the rest is left out, and an ellipsis says so.
+   * Breaks a text at spaces, and within words that are too long by themselves: where their parts
+   * are joined, such as behind an underscore, else anywhere. Beyond {@code maxLines} the rest is
+   * left out, and an ellipsis says so.
    */
   static List<String> wrap(String text, Font font, double maxWidth, int maxLines) {
     List<String> lines = new ArrayList<>();
@@ -91,11 +92,32 @@ final class TextBlock {
         break;
       }
       int space = rest.charAt(end) == ' ' ? end : rest.lastIndexOf(' ', end - 1);
-      int cut = space > 0 ? space : end;
+      int cut = space > 0 ? space : joint(rest, end);
       lines.add(rest.substring(0, cut).stripTrailing());
       rest = rest.substring(cut).strip();
     }
     return lines;
+  }
+
+  /** The last place up to {@code end} where a long word can be broken; {@code end} if none. */
+  private static int joint(String word, int end) {
+    for (int at = end; at > 1; at--) {
+      if (isJoint(word, at)) {
+        return at;
+      }
+    }
+    return end;
+  }
+
+  /** Behind a sign that joins the parts of a name; never within a number or a date. */
+  private static boolean isJoint(String word, int at) {
+    char before = word.charAt(at - 1);
+    char after = word.charAt(at);
+    if (before == '_') {
+      return after != '_';
+    }
+    boolean joins = before == '-' || before == '/' || before == '.' || before == ',';
+    return joins && Character.isLetter(after) && Character.isLetterOrDigit(word.charAt(at - 2));
   }
 
   /** Line breaks and other control characters have no place in a line. */

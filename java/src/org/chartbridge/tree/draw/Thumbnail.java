@@ -41,8 +41,7 @@ final class Thumbnail {
   }
 
   List<String> facts() {
-    return List.of(scene.plural(scene.statistics.leaves(), "leaf", "leaves")
-        + ", depth " + scene.statistics.depth());
+    return List.of(scene.ends() + ", depth " + scene.statistics.depth());
   }
 
   void draw(Graphics2D g, Rectangle2D area) {
@@ -107,11 +106,10 @@ final class Thumbnail {
       int index = scene.classIndex(of.prediction());
       return index < 0 ? scene.style.background : scene.style.group(index);
     }
-    double range = scene.statistics.highest() - scene.statistics.lowest();
     if (!of.hasMean()) {
       return scene.style.background;
     }
-    double share = range > 0 ? (of.mean() - scene.statistics.lowest()) / range : 0.5;
-    return scene.style.tint(scene.style.group(0), 0.12 + 0.88 * share);
+    return scene.style.tint(
+        scene.style.group(0), 0.12 + 0.88 * scene.statistics.position(of.mean()));
   }
 }

@@ -98,7 +98,7 @@ public final class TreeOutput {
       double longest = Math.max(tree.width(), tree.height()) * scale;
       scale *= Math.min(1, MAX_PDF_PIXELS / longest);
     }
-    Picture picture = new Picture(tree.width(), tree.height(), scale, tree::draw);
+    Picture picture = new Picture(tree.width(), tree.height(), scale, tree::draw, tree.words());
     boolean vector = type == ImageType.SVG || type == ImageType.PDF;
     if (!vector && (long) picture.pixelWidth() * picture.pixelHeight() > MAX_PIXELS) {
       throw new TreeException("The picture would have " + picture.pixelWidth() + " x "

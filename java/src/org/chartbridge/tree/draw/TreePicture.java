@@ -5,6 +5,7 @@ import java.awt.Color;
 import java.awt.Graphics2D;
 import java.util.List;
 import org.chartbridge.draw.Mark;
+import org.chartbridge.image.PictureWords;
 import org.chartbridge.tree.TreeNode;
 
 /** A picture that is laid out and can be drawn any number of times. Immutable. */
@@ -22,6 +23,9 @@ public interface TreePicture {
 
   /** In pixels at 100 percent. */
   int height();
+
+  /** What it shows, in words: the title, and what stands above the tree. */
+  PictureWords words();
 
   /** The colour around everything. */
   Color background();

@@ -2,15 +2,12 @@
 package org.chartbridge.tree.draw;
 
 import java.util.ArrayList;
-import java.util.LinkedHashSet;
 import java.util.List;
-import java.util.Set;
 import org.chartbridge.draw.Style;
 import org.chartbridge.tree.SamplePaths;
 import org.chartbridge.tree.TreeDocument;
 import org.chartbridge.tree.TreeModel;
 import org.chartbridge.tree.TreeNode;
-import org.chartbridge.tree.TreeStatistics;
 
 /** All pictures of one document. */
 public final class TreePictures {
@@ -49,22 +46,18 @@ public final class TreePictures {
     if (document.isSingleTree()) {
       return tree(document.trees().get(0));
     }
-    Set<String> classes = new LinkedHashSet<>();
-    for (TreeModel tree : document.trees()) {
-      classes.addAll(TreeStatistics.of(tree).classes());
-    }
-    return new OverviewPicture(document, display, style, samples, List.copyOf(classes));
+    return new OverviewPicture(document, display, style, samples, document.classes());
   }
 
   public TreePicture tree(TreeModel tree) {
-    Scene scene = new Scene(tree, tree, display, style, samples);
+    Scene scene = new Scene(tree, tree, display, style, samples, document.classes());
     List<String> notes = EnsembleText.place(document.model(), tree, numbers);
     return new SingleTreePicture(scene, title(tree), facts(scene), notes);
   }
 
   /** One branch of a tree: a child of the root with all that is below it. */
   public TreePicture branch(TreeModel tree, TreeNode root) {
-    Scene scene = new Scene(tree.branch(root), tree, display, style, samples);
+    Scene scene = new Scene(tree.branch(root), tree, display, style, samples, document.classes());
     List<String> notes = new ArrayList<>();
     notes.add("The branch of "
         + scene.plural(1 + TreeLayout.below(root), "node") + " at node " + root.path());

@@ -2,7 +2,6 @@
 package org.chartbridge.tree.pmml;
 
 import java.util.ArrayList;
-import java.util.Arrays;
 import java.util.List;
 import java.util.regex.Matcher;
 import java.util.regex.Pattern;
@@ -10,10 +9,10 @@ import org.chartbridge.chart.ChartException;
 import org.chartbridge.tree.Ensemble;
 import org.chartbridge.tree.Field;
 import org.chartbridge.tree.FieldCatalog;
-import org.chartbridge.tree.MissingValues;
 import org.chartbridge.tree.ModelPart;
 import org.chartbridge.tree.OtherModel;
 import org.chartbridge.tree.Predicate;
+import org.chartbridge.tree.Remark;
 import org.chartbridge.tree.TreeDocument;
 import org.chartbridge.tree.TreeException;
 import org.chartbridge.tree.TreeModel;
@@ -26,11 +25,8 @@ import org.chartbridge.xml.XmlEncoding;
  */
 public final class PmmlReader {
   private static final Pattern NAMESPACE =
-      Pattern.compile("http://www\\.dmg\\.org/PMML-(\\d+)_(\\d+).*");
-  private static final Pattern VERSION = Pattern.compile("(\\d+)(\\.\\d+)*");
-  private static final String[] MISSING_VALUES =
-      Arrays.stream(MissingValues.values()).map(MissingValues::pmmlName).toArray(String[]::new);
-  private static final int NULL_PREDICTION = 0;
+      Pattern.compile("http://www\\.dmg\\.org/PMML-(\\d+)_(\\d+)(_\\d+)*/?");
+  private static final Pattern VERSION = Pattern.compile("4\\.[0-4](\\.\\d+)*");
 
   /** What models hand down to those within them. */
   private record Scope(
@@ -52,6 +48,7 @@ public final class PmmlReader {
   /** What all kinds of models have in front of their own content. */
   private static final class Common {
     final FieldCatalog fields;
+    final List<TargetsReader.Target> targets = new ArrayList<>();
     String target;
     String output;
 
@@ -103,6 +100,7 @@ public final class PmmlReader {
         case "DataDictionary", "TransformationDictionary" -> new FieldReader(in).read(fields);
         case "TreeModel" -> models.add(tree(scope));
         case "MiningModel" -> models.add(mining(scope));
+        case "AnomalyDetectionModel" -> models.add(anomaly(scope));
         default -> skipOther(models);
       }
     }
@@ -112,7 +110,8 @@ public final class PmmlReader {
           ? "the document has no model; a <TreeModel> or a <MiningModel> of trees is expected"
           : "the document has no tree; its model is " + described(models.get(0)));
     }
-    return new TreeDocument(version, models.size() == 1 ? models.get(0) : together(models), trees);
+    return new ClassUnion(trees).document(
+        version, models.size() == 1 ? models.get(0) : together(models));
   }
 
   private static String described(ModelPart model) {
@@ -125,9 +124,13 @@ public final class PmmlReader {
   private static Ensemble together(List<ModelPart> models) {
     List<Ensemble.Segment> segments = new ArrayList<>();
     for (ModelPart model : models) {
-      segments.add(new Ensemble.Segment(null, new Predicate.Constant(true), 1, model));
+      segments.add(alone(model));
     }
-    return new Ensemble(null, "separate models", "", segments);
+    return new Ensemble(null, Ensemble.SEPARATE, "", List.of(), segments);
+  }
+
+  private static Ensemble.Segment alone(ModelPart model) {
+    return new Ensemble.Segment(null, new Predicate.Constant(true), 1, null, model);
   }
 
   private void skipOther(List<ModelPart> models) {
@@ -153,24 +156,23 @@ public final class PmmlReader {
           + ", expected <PMML>; this is no PMML document");
     }
     String version = in.attribute("version");
-    if (version == null) {
-      version = known ? namespace.group(1) + "." + namespace.group(2) : "";
+    String named = known ? namespace.group(1) + "." + namespace.group(2) : "";
+    for (String found : new String[] {named, version == null ? "" : version.trim()}) {
+      if (!found.isEmpty() && !VERSION.matcher(found).matches()) {
+        throw in.error("the PMML version is " + found + "; versions 4.0 to 4.4 are read");
+      }
     }
-    Matcher number = VERSION.matcher(version.trim());
-    boolean four = number.matches() && number.group(1).equals("4");
-    if (!version.isBlank() && !four) {
-      throw in.error("the PMML version is " + version + "; versions 4.0 to 4.4 are read");
-    }
-    return version.trim();
+    return version == null || version.isBlank() ? named : version.trim();
   }
 
-  private boolean common(Common common) {
+  private boolean common(Common common, Scope outer) {
     switch (in.name()) {
       case "MiningSchema" -> {
-        String target = miningSchema();
+        String target = new MiningFieldReader(in).read(common.fields);
         common.target = target == null ? common.target : target;
       }
-      case "Output" -> common.output = output();
+      case "Output" -> common.output = output(outer);
+      case "Targets" -> common.targets.addAll(new TargetsReader(in).read());
       case "LocalTransformations" -> new FieldReader(in).read(common.fields);
       default -> {
         return false;
@@ -179,66 +181,56 @@ public final class PmmlReader {
     return true;
   }
 
-  /** The field to predict, or null. */
-  private String miningSchema() {
-    String target = null;
-    while (in.nextChild()) {
-      String usage = in.attribute("usageType");
-      boolean isTarget = "target".equals(usage) || "predicted".equals(usage);
-      if (in.name().equals("MiningField") && isTarget && target == null) {
-        target = in.required("name");
-      }
-      in.skip();
-    }
-    return target;
-  }
-
-  /** The name of the predicted value for models further on, or null. */
-  private String output() {
+  /**
+   * The name of the predicted value for models further on, or null. They see all output fields.
+   */
+  private String output(Scope outer) {
     String first = null;
+    FieldReader reader = new FieldReader(in);
     while (in.nextChild()) {
+      if (!in.name().equals("OutputField")) {
+        in.skip();
+        continue;
+      }
       String feature = in.attribute("feature");
       boolean value = feature == null || feature.equals("predictedValue");
-      if (in.name().equals("OutputField") && value && first == null) {
-        first = in.attribute("name");
-      }
-      in.skip();
+      first = value && first == null ? in.attribute("name") : first;
+      reader.readOutputField(outer.fields());
     }
     return first;
   }
 
-  private ModelPart tree(Scope outer) {
+  private TreeModel tree(Scope outer) {
     int offset = in.offset();
     String name = in.attribute("modelName");
-    in.required("functionName");
-    boolean classification =
-        in.choice("functionName", 0, "classification", "regression") == 0;
-    MissingValues missing = MissingValues.values()[
-        in.choice("missingValueStrategy", MissingValues.NONE.ordinal(), MISSING_VALUES)];
-    boolean lastPrediction = in.choice("noTrueChildStrategy", NULL_PREDICTION,
-        "returnNullPrediction", "returnLastPrediction") != NULL_PREDICTION;
+    TreeAttributes attributes = TreeAttributes.read(in);
+    boolean classification = attributes.classification();
     Common common = new Common(outer.fields());
+    FieldMentions mentions = new FieldMentions(in, common.fields);
     TreeNode root = null;
     while (in.nextChild()) {
       if (in.name().equals("Node") && root == null) {
-        root = new NodeReader(in).read();
-      } else if (!common(common)) {
+        root = new NodeReader(in, common.fields, mentions).read();
+      } else if (!common(common, outer)) {
         in.skip();
       }
     }
     if (root == null) {
       throw in.error(offset, "the tree has no <Node>");
     }
+    mentions.check();
     Scope scope = outer.with(common);
     // A tree that predicts numbers within a classification predicts something else than the class.
     Field target = scope.targetField() == null ? null : scope.fields().find(scope.targetField());
     boolean ownTarget = common.target != null || classification || target == null
         || target.continuous();
     String targetField = ownTarget ? scope.targetField() : null;
+    List<Remark> remarks = new ArrayList<>(attributes.remarks());
+    remarks.addAll(TargetsReader.of(common.targets, scope.targetField()));
     TreeModel tree = new TreeModel(trees.size() + 1, name, classification, targetField,
         targetLabel(scope.fields(), targetField, scope.output()),
-        classes(scope.fields(), targetField, classification), missing, lastPrediction,
-        scope.conditions(), scope.fields(), root);
+        classes(scope.fields(), targetField, classification), attributes.missingValues(),
+        attributes.returnsLastPrediction(), scope.conditions(), remarks, scope.fields(), root);
     trees.add(tree);
     return tree;
   }
@@ -256,8 +248,9 @@ public final class PmmlReader {
     return field == null ? List.of() : List.copyOf(field.valueLabels().keySet());
   }
 
-  private ModelPart mining(Scope outer) {
+  private Ensemble mining(Scope outer) {
     String name = in.attribute("modelName");
+    List<Remark> remarks = new ArrayList<>(TreeAttributes.scorable(in));
     Common common = new Common(outer.fields());
     String method = "model";
     List<Ensemble.Segment> segments = new ArrayList<>();
@@ -266,40 +259,64 @@ public final class PmmlReader {
       switch (in.name()) {
         case "Segmentation" -> {
           method = in.required("multipleModelMethod");
+          addMissing(remarks);
           segmentation(scope, segments);
         }
-        case "DecisionTree" ->
-            segments.add(new Ensemble.Segment(null, new Predicate.Constant(true), 1, tree(scope)));
+        case "DecisionTree" -> segments.add(alone(tree(scope)));
+        case "Regression" -> segments.add(alone(other()));
         default -> {
-          if (!common(common)) {
+          if (!common(common, outer)) {
             in.skip();
           }
         }
       }
     }
-    String target = targetLabel(common.fields, outer.with(common).targetField(),
-        null);
-    String label = common.output != null && common.target == null ? common.output : target;
-    return new Ensemble(name, method, label, segments);
+    String target = outer.with(common).targetField();
+    remarks.addAll(TargetsReader.of(common.targets, target));
+    String targetLabel = targetLabel(common.fields, target, null);
+    String label = common.output != null && common.target == null ? common.output : targetLabel;
+    return new Ensemble(name, method, label, remarks, segments);
+  }
+
+  /** What the current {@code Segmentation} says about members without a prediction. */
+  private void addMissing(List<Remark> remarks) {
+    int treatment = in.choice(
+        "missingPredictionTreatment", 0, "continue", "skipSegment", "returnMissing");
+    if (treatment == 0) {
+      return;
+    }
+    String threshold = in.attribute("missingThreshold");
+    boolean limited = in.number("missingThreshold", 1) < 1;
+    String consequence = treatment == 1
+        ? "A part without a prediction is left out"
+        : "When a part has no prediction, there is none at all";
+    String beyond = treatment == 1
+        ? "; beyond a share of {0} of such parts there is no prediction."
+        : ", once the share of such parts is beyond {0}.";
+    remarks.add(limited ? Remark.of(consequence + beyond, threshold.strip())
+        : Remark.of(consequence + "."));
   }
 
   private void segmentation(Scope scope, List<Ensemble.Segment> segments) {
+    FieldMentions mentions = new FieldMentions(in, scope.fields());
     while (in.nextChild()) {
-      if (in.name().equals("Segment")) {
-        segments.add(segment(scope));
-      } else {
-        in.skip();
+      switch (in.name()) {
+        case "Segment" -> segments.add(segment(scope, mentions));
+        case "LocalTransformations" -> new FieldReader(in).read(scope.fields());
+        default -> in.skip();
       }
     }
+    mentions.check();
   }
 
-  private Ensemble.Segment segment(Scope scope) {
+  private Ensemble.Segment segment(Scope scope, FieldMentions mentions) {
     int offset = in.offset();
     String id = in.attribute("id");
     double weight = in.number("weight", 1);
+    String weightField = null;
     Predicate predicate = null;
     ModelPart model = null;
-    PredicateReader predicates = new PredicateReader(in);
+    PredicateReader predicates = new PredicateReader(in, mentions);
     while (in.nextChild()) {
       if (predicates.isPredicate() && predicate == null) {
         predicate = predicates.read();
@@ -309,26 +326,58 @@ public final class PmmlReader {
         }
         model = member(scope.under(predicate));
       } else {
+        weightField = in.name().equals("VariableWeight") ? in.required("field") : weightField;
         in.skip();
       }
     }
     if (model == null) {
       throw in.error(offset, "<Segment>" + named(id) + " has no model");
     }
-    return new Ensemble.Segment(id, predicate, weight, model);
+    return new Ensemble.Segment(id, predicate, weight, weightField, model);
   }
 
   private ModelPart member(Scope scope) {
-    switch (in.name()) {
-      case "TreeModel":
-        return tree(scope);
-      case "MiningModel":
-        return mining(scope);
-      default:
-        OtherModel other = new OtherModel(in.name());
+    return switch (in.name()) {
+      case "TreeModel" -> tree(scope);
+      case "MiningModel" -> mining(scope);
+      case "AnomalyDetectionModel" -> anomaly(scope);
+      default -> other();
+    };
+  }
+
+  private OtherModel other() {
+    OtherModel other = new OtherModel(in.name());
+    in.skip();
+    return other;
+  }
+
+  /** The model within, which yields what is compared: a tree, or more of them. */
+  private ModelPart anomaly(Scope outer) {
+    List<Remark> remarks = new ArrayList<>(TreeAttributes.scorable(in));
+    in.required("algorithmType");
+    String algorithm = in.attribute("algorithmType").strip();
+    String sample = in.attribute("sampleDataSize");
+    boolean forest = algorithm.equals("iforest");
+    String what = forest ? "isolation forest, the shorter the way to a leaf, the more unusual"
+        + " is the record" : algorithm;
+    remarks.add(sample == null || !forest ? Remark.of("Anomaly detection: " + what + ".")
+        : Remark.of("Anomaly detection: " + what + "; samples of {0} records.", sample.strip()));
+    Common common = new Common(outer.fields());
+    ModelPart model = null;
+    while (in.nextChild()) {
+      if (model == null && isModel(in.name())) {
+        model = member(outer.with(common));
+      } else if (!common(common, outer)) {
         in.skip();
-        return other;
+      }
     }
+    if (model instanceof TreeModel tree) {
+      TreeModel remarked = tree.withRemarks(remarks);
+      trees.set(tree.number() - 1, remarked);
+      return remarked;
+    }
+    return model instanceof Ensemble ensemble
+        ? ensemble.withRemarks(remarks) : new OtherModel("AnomalyDetectionModel");
   }
 
   private static String named(String id) {

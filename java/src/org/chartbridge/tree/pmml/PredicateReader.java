@@ -13,9 +13,12 @@ final class PredicateReader {
       Arrays.stream(Operator.values()).map(Operator::pmmlName).toArray(String[]::new);
 
   private final PmmlCursor in;
+  private final FieldMentions mentions;
 
-  PredicateReader(PmmlCursor in) {
+  /** @param mentions is told the fields that the predicates ask for */
+  PredicateReader(PmmlCursor in, FieldMentions mentions) {
     this.in = in;
+    this.mentions = mentions;
   }
 
   /** Whether the current element is a predicate. */
@@ -44,6 +47,7 @@ final class PredicateReader {
 
   private Predicate simple() {
     String field = in.required("field");
+    mentions.add(field);
     in.required("operator");
     Operator operator = Operator.values()[in.choice("operator", 0, OPERATORS)];
     String value = operator.takesValue() ? in.attribute("value") : null;
@@ -58,6 +62,7 @@ final class PredicateReader {
   private Predicate membership() {
     int offset = in.offset();
     String field = in.required("field");
+    mentions.add(field);
     in.required("booleanOperator");
     boolean isIn = in.choice("booleanOperator", 0, "isIn", "isNotIn") == 0;
     List<String> members = null;

@@ -5,8 +5,11 @@ import static org.junit.jupiter.api.Assertions.assertEquals;
 import static org.junit.jupiter.api.Assertions.assertTrue;
 
 import java.awt.Font;
+import java.util.Collections;
 import java.util.List;
 import java.util.Locale;
+import java.util.NavigableSet;
+import java.util.TreeSet;
 import org.chartbridge.tree.Models;
 import org.chartbridge.tree.TreeModel;
 import org.chartbridge.tree.pmml.PmmlReader;
@@ -21,11 +24,65 @@ class TextsTest {
   @ParameterizedTest
   @CsvSource({"0.800000011920929, 0.8", "1.6500000357627869, 1.65", "31.32612218622545, 31.33",
       "1234567.8, 1234568", "0.2857142857142857, 0.2857", "-0.22004892, \u22120.22", "0, 0",
-      "-0.0, 0", "7, 7", "0.00012345, 0.0001234", "1e-7, 1E\u22127", "123456789012345, 1.235E14",
-      "99999, 99999", "0.99999, 1", "NaN, NaN"})
+      "-0.0, 0", "7, 7", "0.00012345, 0.0001234", "1e-7, 1E\u22127", "99999, 99999",
+      "0.99999, 1", "NaN, NaN",
+      "123456789012345, 123456789012345", "2345678901234567890, 2.346E18"})
   void
   numbersKeepFourDigitsButNeverLoseWholeOnes(double value, String text) {
     assertEquals(text, new NumberText(Locale.ROOT, 4).number(value));
+  }
+
+  @Test
+  void numbersThatAreComparedHaveDigitsEnoughToBeToldApart() {
+    NumberText numbers = new NumberText(Locale.ROOT, 4);
+    assertEquals("100000002.33", numbers.number(1e8 + 7.0 / 3, 2));
+    assertEquals("100000001", numbers.number(1e8 + 1, 2));
+    assertEquals("1.2345678901234565E15", numbers.number(1234567890123456.5, 0.5));
+    assertEquals("1000.2", numbers.number(1000.2, 0.2));
+    assertEquals("31.33", numbers.number(31.32612218622545, 62));
+    assertEquals("0", numbers.number(0, 1e-3));
+    assertEquals("7", numbers.number(7, 0));
+    assertEquals("7", numbers.number(7, Double.NaN));
+    assertEquals("1.798E308", numbers.number(Double.MAX_VALUE, Double.POSITIVE_INFINITY));
+  }
+
+  @Test
+  void splitsKeepTheHalfBetweenWholeNumbersAndWhatTellsThemApart() {
+    NumberText numbers = new NumberText(Locale.ROOT, 4);
+    NavigableSet<Double> none = Collections.emptyNavigableSet();
+    assertEquals("1234.5", numbers.split(1234.5, none));
+    assertEquals("1234567.5", numbers.split(1234567.5, none));
+    assertEquals("2.45", numbers.split(2.45, none));
+    assertEquals("2.45", numbers.split(2.4500000476837, none));
+    NavigableSet<Double> near = new TreeSet<>(List.of(0.12341, 0.12344, 0.5));
+    assertEquals("0.12341", numbers.split(0.12341, near));
+    assertEquals("0.12344", numbers.split(0.12344, near));
+    assertEquals("0.5", numbers.split(0.5, near));
+  }
+
+  @Test
+  void twoSplitsOfATreeThatDifferNeverReadTheSame() {
+    String split = "<Node score=\"A\"><SimplePredicate field=\"x\" operator=\"lessThan\""
+        + " value=\"%s\"/></Node>";
+    TreeModel tree = Models.read(Models.document("<Node score=\"A\"><True/>"
+        + split.formatted("31.326122") + split.formatted("31.326222") + "</Node>")).tree(1);
+    PredicateText texts = PredicateText.ofTree(tree, new NumberText(Locale.ROOT, 4), false);
+    assertEquals(List.of("x < 31.3261", "x < 31.3262"), tree.root().children().stream()
+        .map(node -> texts.of(node.predicate()).replace('\u00A0', ' ')).toList());
+  }
+
+  @Test
+  void longWordsBreakBehindWhatJoinsTheirParts() {
+    assertEquals(List.of("first_part_", "second_part"),
+        TextBlock.wrap("first_part_second_part", FONT, 80, 5));
+    assertEquals(List.of("Petal.", "Length.", "Mean"),
+        TextBlock.wrap("Petal.Length.Mean", FONT, 60, 5));
+    assertEquals(List.of("north-", "western"), TextBlock.wrap("north-western", FONT, 55, 5));
+    // A short word is not torn, and a number or a date breaks only where nothing else is left.
+    assertEquals(List.of("a_b", "first_word"), TextBlock.wrap("a_b first_word", FONT, 65, 5));
+    assertEquals(List.of("long_name", "-0.5"), TextBlock.wrap("long_name -0.5", FONT, 62, 5));
+    assertEquals(List.of("2020-11-21_", "late"), TextBlock.wrap("2020-11-21_late", FONT, 80, 5));
+    assertEquals("__init__", String.join("", TextBlock.wrap("__init__", FONT, 30, 5)));
   }
 
   @Test

@@ -210,6 +210,15 @@ class PmmlReaderTest {
           .replace("version=\"4.4\"", "version=\"" + version + "\"");
       assertEquals(version, Models.read(document).version());
     }
+    for (String version : List.of("4.5", "4.10", "5.0", "4", "3.2", "four")) {
+      assertEquals("PMML document, line 1, column 1: the PMML version is " + version
+          + "; versions 4.0 to 4.4 are read.",
+          error(text.replace("version=\"4.4\"", "version=\"" + version + "\"")));
+    }
+    for (String name : List.of("PMML-4_5", "PMML-3_2")) {
+      String message = error(text.replace("PMML-4_4", name));
+      assertTrue(message.endsWith("versions 4.0 to 4.4 are read."), message);
+    }
     assertEquals("4.4", Models.read(text.replace(" version=\"4.4\"", "")).version());
     assertEquals("", Models.read(text.replace(" version=\"4.4\"", "")
         .replace(" xmlns=\"http://www.dmg.org/PMML-4_4\"", "")).version());
@@ -331,6 +340,34 @@ class PmmlReaderTest {
     assertEquals("PMML document, line 1, column 34: <Segmentation> needs the attribute"
         + " multipleModelMethod.", error(segment.formatted("").replace(
             " multipleModelMethod=\"sum\"", "")));
+  }
+
+  @Test
+  void aConditionOnAFieldThatThereIsNotIsRefused() {
+    String simple = "<SimplePredicate field=\"%s\" operator=\"lessThan\" value=\"1\"/>";
+    String node = "<Node score=\"A\"><True/>\n<Node score=\"B\">" + simple + "</Node></Node>";
+    assertEquals("PMML document, line 12, column 17: <SimplePredicate> asks for the field"
+        + " \"petal width\", which the document does not define; a <DataField> in the"
+        + " <DataDictionary> would.", error(Models.document(node.formatted("petal width"))));
+    String renamed = Models.document(node.formatted("widht")).replace("\"x\"", "\"width\"");
+    assertTrue(error(renamed).endsWith("\"widht\", which the document does not define; the nearest"
+        + " that it defines is \"width\"."), error(renamed));
+    String set = "<Node score=\"A\"><SimpleSetPredicate field=\"z\" booleanOperator=\"isIn\">"
+        + "<Array>1</Array></SimpleSetPredicate></Node>";
+    assertTrue(error(Models.document(set)).startsWith(
+        "PMML document, line 11, column 17: <SimpleSetPredicate> asks for the field \"z\""));
+    String segment = "<PMML version=\"4.4\"><MiningModel><Segmentation"
+        + " multipleModelMethod=\"sum\"><Segment>" + simple.formatted("q")
+        + "<NeuralNetwork/></Segment></Segmentation></MiningModel></PMML>";
+    assertTrue(error(segment).contains("<SimplePredicate> asks for the field \"q\""));
+  }
+
+  /** Derived fields, wherever they stand, and what earlier models of a chain put out. */
+  @Test
+  void conditionsOnFieldsThatAModelMakesAreFine() {
+    for (String name : Models.KINDS) {
+      assertTrue(odd(name).trees().size() > 0, name);
+    }
   }
 
   @Test
