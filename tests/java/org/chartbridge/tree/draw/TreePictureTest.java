@@ -63,55 +63,8 @@ class TreePictureTest {
     return image;
   }
 
-  /** No two of these areas overlap, and all are within the picture. */
-  private static void assertApart(String what, TreePicture picture, List<Rectangle2D> areas,
-      List<String> names) {
-    Rectangle2D page = new Rectangle2D.Double(0, 0, picture.width(), picture.height());
-    // A sweep from left to right, so that large trees take no quadratic time.
-    TreeMap<Double, List<Integer>> byLeft = new TreeMap<>();
-    double widest = 0;
-    for (int i = 0; i < areas.size(); i++) {
-      byLeft.computeIfAbsent(areas.get(i).getX(), key -> new ArrayList<>()).add(i);
-      widest = Math.max(widest, areas.get(i).getWidth());
-      assertTrue(page.contains(areas.get(i)), what + ": " + names.get(i) + " at " + areas.get(i)
-          + " leaves the picture of " + page);
-    }
-    for (int i = 0; i < areas.size(); i++) {
-      Rectangle2D area = areas.get(i);
-      for (List<Integer> others :
-          byLeft.subMap(area.getX() - widest, true, area.getMaxX(), true).values()) {
-        for (int other : others) {
-          assertFalse(other != i && area.intersects(areas.get(other)), what + ": " + names.get(i)
-              + " at " + area + " overlaps " + names.get(other) + " at " + areas.get(other));
-        }
-      }
-    }
-  }
-
   private static void assertTidy(String what, TreePicture picture) {
-    List<RecordingGraphics.Text> texts = recorded(picture).texts;
-    assertApart(what, picture, texts.stream().map(RecordingGraphics.Text::area).toList(),
-        texts.stream().map(RecordingGraphics.Text::text).toList());
-    if (!(picture instanceof SingleTreePicture tree)) {
-      List<Rectangle2D> areas = ((OverviewPicture) picture).areas();
-      assertApart(what, picture, areas, areas.stream().map(Object::toString).toList());
-      return;
-    }
-    List<Rectangle2D> areas = new ArrayList<>();
-    List<String> names = new ArrayList<>();
-    for (TreeLayout.Placed node : tree.layout().nodes()) {
-      areas.add(node.boxArea());
-      names.add("box " + node.box.node.path());
-      if (!node.box.label.isEmpty()) {
-        areas.add(node.labelArea());
-        names.add("label " + node.box.node.path());
-      }
-      if (node.box.hidden > 0) {
-        areas.add(node.badgeArea(tree.isLeftToRight()));
-        names.add("badge " + node.box.node.path());
-      }
-    }
-    assertApart(what, picture, areas, names);
+    Tidiness.check(what, picture);
   }
 
   @Test
