@@ -41,7 +41,7 @@ const std::vector<Family>& Families() {
        "-XX:MaxRAMPercentage", "-XX:MinRAMPercentage", "-XX:InitialRAMPercentage",
        "-XX:MaxRAMFraction", "-XX:MinRAMFraction", "-XX:InitialRAMFraction", "-XX:AggressiveHeap"},
       // When it grows and shrinks.
-      {"-XX:MinHeapFreeRatio", "-XX:MaxHeapFreeRatio", "-XX:ShrinkHeapInSteps"},
+      {"-XX:MinHeapFreeRatio", "-XX:MaxHeapFreeRatio"},
       // The compiler.
       {"-XX:TieredStopAtLevel", "-XX:TieredCompilation", "-XX:CompilationMode", "-Xint", "-Xcomp",
        "-Xmixed", "-XX:UseJVMCICompiler"},

@@ -21,8 +21,10 @@ Store& TheStore() {
 }  // namespace
 
 std::vector<std::string> DefaultJvmOptions() {
-  return {"-XX:+UseSerialGC",        "-Xms16m",          "-XX:MinHeapFreeRatio=20",
-          "-XX:MaxHeapFreeRatio=40", "-XX:-UsePerfData", "-XX:+DisableAttachMechanism"};
+  return {"-XX:+UseSerialGC",           "-Xms16m",
+          "-XX:MinHeapFreeRatio=20",    "-XX:MaxHeapFreeRatio=40",
+          "-XX:-ShrinkHeapInSteps",     "-XX:-UsePerfData",
+          "-XX:+DisableAttachMechanism"};
 }
 
 void SetJvmSettings(JvmSettings settings) {

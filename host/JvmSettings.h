@@ -12,9 +12,10 @@ namespace chartbridge {
 /// its machine:
 ///
 /// - `-XX:+UseSerialGC`: no collector threads, and far less memory.
-/// - `-Xms16m`, `-XX:MinHeapFreeRatio=20`, `-XX:MaxHeapFreeRatio=40`: the Java heap begins small,
-///   grows no further than the work needs, and gives memory back after a large piece of work. How
-///   far it may grow is the JVM's choice, a quarter of the machine's memory.
+/// - `-Xms16m`, `-XX:MinHeapFreeRatio=20`, `-XX:MaxHeapFreeRatio=40`, `-XX:-ShrinkHeapInSteps`:
+///   the Java heap begins small, grows no further than the work needs, and gives memory back at the
+///   first full collection after a large piece of work. How far it may grow is the JVM's choice, a
+///   quarter of the machine's memory.
 /// - `-XX:-UsePerfData`: no counters in a file of the temporary folder, which would stay behind a
 ///   process that is killed.
 /// - `-XX:+DisableAttachMechanism`: no other process attaches, and no socket for it appears in the

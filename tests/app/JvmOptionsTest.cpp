@@ -43,7 +43,7 @@ TEST(JvmOptions, ReplaceTheDefaultOnes) {
     for (const char* option :
          {"-XX:+UseG1GC", "-XX:+UseParallelGC", "-XX:+UseZGC", "-XX:+UseShenandoahGC",
           "-XX:-UseSerialGC", "-Xmx48m", "-Xms48m", "-XX:MaxRAMPercentage=5",
-          "-XX:MinHeapFreeRatio=85", "-XX:TieredStopAtLevel=4", "-XX:+UsePerfData",
+          "-XX:MinHeapFreeRatio=60", "-XX:TieredStopAtLevel=4", "-XX:+UsePerfData",
           "-XX:-DisableAttachMechanism", "-XX:-ReduceSignalUsage", "-Xshare:off"}) {
       if (!JvmKnows(home, option)) continue;
       const std::string picture = folder.File("chart.png");

@@ -185,7 +185,7 @@ TEST(JvmOptions, UserReplacesDefaults) {
     for (const char* option :
          {"-XX:+UseG1GC", "-XX:+UseParallelGC", "-XX:+UseZGC", "-XX:-UseSerialGC", "-XX:-UseG1GC",
           "-Xms64m", "-Xmx8m", "-XX:MaxHeapSize=100m", "-XX:MaxRAMPercentage=3", "-Xmn3m",
-          "-XX:MinHeapFreeRatio=85", "-XX:MaxHeapFreeRatio=45", "-XX:MinHeapSize=60m",
+          "-XX:MinHeapFreeRatio=60", "-XX:MaxHeapFreeRatio=45", "-XX:MinHeapSize=60m",
           "-XX:+UsePerfData", "-XX:-DisableAttachMechanism", "-XX:-ReduceSignalUsage",
           "-Xshare:off", "-XX:-TieredCompilation"}) {
       const Environment environment{{"JAVA_HOME", home}, {"TESK_JVM_OPTIONS", option}};
