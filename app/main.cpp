@@ -50,7 +50,8 @@ int ReportUsage(const CLI::App& app, const std::string& reason) {
     command = command->get_subcommands().front();
     name += " " + command->get_name();
   }
-  std::cerr << "chartbridge: " << reason << " (see " << name << " --help)\n";
+  std::cerr << "chartbridge: " << chartbridge::OnOneLine(reason) << " (see " << name
+            << " --help)\n";
   return kUsage;
 }
 
@@ -64,7 +65,8 @@ int Answer(const CLI::App& app, const CLI::Success& answered) {
 }
 
 int ReportFailure(const Failure& failure, bool verbose) {
-  std::cerr << "chartbridge: " << failure.what() << "\n";
+  // Names of files may have several.
+  std::cerr << "chartbridge: " << chartbridge::OnOneLine(failure.what()) << "\n";
   if (verbose && !failure.Details().empty()) std::cerr << failure.Details() << "\n";
   return kFailed;
 }
@@ -120,7 +122,7 @@ int RunCommandLine(int argc, char** argv) {
   } catch (const CLI::Success& answered) {
     return Answer(app, answered);
   } catch (const CLI::ParseError& error) {
-    return ReportUsage(app, chartbridge::OnOneLine(error.what()));
+    return ReportUsage(app, error.what());
   } catch (const UsageError& error) {
     return ReportUsage(app, error.what());
   }

@@ -13,6 +13,7 @@ namespace chartbridge {
 namespace {
 
 using testing::HasSubstr;
+using testing::MatchesRegex;
 
 void ExpectUsageError(const std::vector<std::string>& arguments, const std::string& reason,
                       const std::string& command) {
@@ -116,6 +117,40 @@ TEST(UsageTest, MapNeedsAPngFile) {
                    "chartbridge render");
   ExpectUsageError({"render", "a.gpl", "-d", "a.csv", "-o", "a.png", "--map", "--type", "svg"},
                    "--map goes with a PNG picture, not with --type svg", "chartbridge render");
+}
+
+TEST(UsageTest, WrongUsageTakesOneLine) {
+  const std::vector<std::vector<std::string>> commands = {
+      {"draw"},
+      {"render", "a.gpl", "-o", "a.png", "b", "c"},
+      {"render", "a.gpl", "-o", "a.png", "--size", "two\nlines"},
+      {"render", "a.gpl", "-o", "a.png", "--type", "two\nlines"},
+      {"render", "a.gpl", "-o", "two\nlines"},
+      {"json", "a.gpl", "-o", "a.json", "--geo"},
+      {"json", "a.gpl", "-o", "a.json", "--renderer", "two\nlines"},
+      {"view"},
+      {"convert", "template", "a.json", "--set", "two\nlines"},
+      {"convert", "image", "a.svg", "-o", "a.two\nlines"},
+      {"histogram", "a.gpl", "--values", "a", "--fill", "two\nlines"},
+      {"tree"},
+      {"tree", "batch", "a.pmml", "-o", "-"},
+      {"tree", "show", "a.pmml", "--geometry", "two\nlines"},
+      {"document", "export", "a.xml", "-o", "a.two\nlines"},
+      {"document", "export", "a.xml", "-o", "a.csv", "--table", "0"},
+      {"doctor", "--json", "--quiet"}};
+  for (const std::vector<std::string>& arguments : commands) {
+    const RunResult result = RunCommand(arguments);
+    EXPECT_EQ(result.exitCode, 2) << testing::PrintToString(arguments);
+    EXPECT_EQ(result.output, "");
+    EXPECT_THAT(result.errors, MatchesRegex("chartbridge: [^\n]+ \\(see chartbridge[a-z ]* "
+                                            "--help\\)\n"));
+  }
+}
+
+TEST(UsageTest, AFailureTakesOneLineWhateverTheNamesAre) {
+  const RunResult result = RunCommand({"tree", "size", "two\nlines.pmml"});
+  EXPECT_EQ(result.exitCode, 1);
+  EXPECT_EQ(result.errors, "chartbridge: two lines.pmml: No such file or directory\n");
 }
 
 TEST(UsageTest, WrongUsageTouchesNoFile) {
