@@ -61,7 +61,7 @@ public final class FontFiles {
     return files().get(fileName);
   }
 
-  /** The files of all fonts and font collections in the font folders, in the order of their names. */
+  /** The files of all fonts and font collections in the font folders, by their names. */
   public static synchronized List<Path> all() {
     List<String> names = new ArrayList<>(files().keySet());
     names.sort(null);

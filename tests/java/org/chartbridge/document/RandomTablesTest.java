@@ -25,7 +25,8 @@ class RandomTablesTest {
   private static final double MARGIN = 25 * 72 / 25.4;
   private static final Pattern PAGE = Pattern.compile("<page width=\"([0-9.]+)\"");
   private static final Pattern WORD = Pattern.compile(
-      "<word xMin=\"([0-9.-]+)\" yMin=\"[0-9.-]+\" xMax=\"([0-9.-]+)\" yMax=\"[0-9.-]+\">(.*)</word>");
+      "<word xMin=\"([0-9.-]+)\" yMin=\"[0-9.-]+\""
+      + " xMax=\"([0-9.-]+)\" yMax=\"[0-9.-]+\">(.*)</word>");
 
   @TempDir Path folder;
 

@@ -18,18 +18,19 @@ import org.chartbridge.image.FontFiles;
 /** Finds fonts for characters that the usual ones lack. What was found is remembered. */
 final class InstalledFonts {
   /**
-   * Scripts that come out right letter by letter, or that the formatter joins and orders. Others need
-   * their letters rearranged, and half-right text is worse than a message.
+   * Scripts that come out right letter by letter, or that the formatter joins and orders. Others
+   * need their letters rearranged, and half-right text is worse than a message.
    */
   private static final Set<UnicodeScript> SCRIPTS = EnumSet.of(UnicodeScript.COMMON,
-      UnicodeScript.INHERITED, UnicodeScript.UNKNOWN, UnicodeScript.LATIN, UnicodeScript.GREEK, UnicodeScript.CYRILLIC,
+      UnicodeScript.INHERITED, UnicodeScript.UNKNOWN, UnicodeScript.LATIN,
+      UnicodeScript.GREEK, UnicodeScript.CYRILLIC,
       UnicodeScript.ARABIC, UnicodeScript.HEBREW, UnicodeScript.ARMENIAN, UnicodeScript.GEORGIAN,
       UnicodeScript.ETHIOPIC, UnicodeScript.CHEROKEE, UnicodeScript.HAN, UnicodeScript.HIRAGANA,
       UnicodeScript.KATAKANA, UnicodeScript.BOPOMOFO, UnicodeScript.HANGUL, UnicodeScript.YI);
 
   /** Fonts made for a language, in small letters, the best first; any other is as good. */
   private static final Map<String, List<String>> PREFERRED = Map.of(
-      "ja", List.of("cjk jp", "cjkjp", "sansjp", "ipaexg", "ipag", "takao", "vl-gothic", "vlgothic"),
+      "ja", List.of("cjk jp", "cjkjp", "sansjp", "ipaexg", "ipag", "takao", "vl-gothic"),
       "ko", List.of("cjk kr", "cjkkr", "sanskr", "nanumgothic", "undotum", "baekmuk"),
       "zh-hant", List.of("cjk tc", "cjktc", "sanstc", "cjk hk", "uming", "cjk sc"),
       "zh", List.of("cjk sc", "cjksc", "sanssc", "wqy-zenhei", "wqy-microhei", "uming"),
@@ -60,8 +61,9 @@ final class InstalledFonts {
 
   private static String key(Locale language) {
     String code = language.getLanguage();
-    boolean traditional = language.getScript().equals("Hant")
-        || language.getScript().isEmpty() && Set.of("TW", "HK", "MO").contains(language.getCountry());
+    String script = language.getScript();
+    boolean traditional = script.equals("Hant")
+        || script.isEmpty() && Set.of("TW", "HK", "MO").contains(language.getCountry());
     return code.equals("zh") && traditional ? "zh-hant" : code;
   }
 

@@ -44,7 +44,8 @@ public final class LineBreaks {
   private static final String SEPARATORS = "_-/";
   private static final char ZERO_WIDTH_SPACE = '\u200B';
   /** Between the digits of a number, a day, a time, a range. */
-  private static final String BETWEEN = "[.,:'\u2019/\\-\u2013\u2212\u066B\u066C\u00A0\u2009\u202F]";
+  private static final String BETWEEN =
+      "[.,:'\u2019/\\-\u2013\u2212\u066B\u066C\u00A0\u2009\u202F]";
 
   private static final String SIGNS = "[<>=~+\\-\u2212\u2013\u00B1\u2248\u2264\u2265#\\p{Sc}]";
   private static final String NUMBER = "(?:(?<![\\p{L}\\p{Nd}_/])" + SIGNS + "+ ?)?[.,]?"
@@ -52,7 +53,8 @@ public final class LineBreaks {
       + "(?:" + BETWEEN + "{1,2}\\p{Nd}+)*(?:[eE][+\\-\u2212]?\\p{Nd}+)?"
       + "(?: ?[%\u2030\u00B0\\p{Sc}])?";
   private static final String ISO_TIME =
-      "\\p{Nd}{4}-\\p{Nd}{2}-\\p{Nd}{2}T\\p{Nd}{2}:[\\p{Nd}:.,]*\\p{Nd}(?:Z|[+\\-]\\p{Nd}[\\p{Nd}:]*)?";
+      "\\p{Nd}{4}-\\p{Nd}{2}-\\p{Nd}{2}T\\p{Nd}{2}:"
+      + "[\\p{Nd}:.,]*\\p{Nd}(?:Z|[+\\-]\\p{Nd}[\\p{Nd}:]*)?";
 
   private static final Map<Locale, Pattern> WHOLES = new ConcurrentHashMap<>();
 
@@ -214,6 +216,12 @@ public final class LineBreaks {
 
   /** Whether programs that know the usual rules would break a number or date there. */
   public boolean wouldBreak(int place) {
+    // Java's rules are stricter with digits than Unicode's, by which most programs go.
+    boolean joined = "-/.,:'".indexOf(text.charAt(place - 1)) >= 0
+        && Character.isDigit(text.charAt(place));
+    if (joined || !isInside(place)) {
+      return false;
+    }
     if (usual == null) {
       usual = new BitSet();
       BreakIterator lines = BreakIterator.getLineInstance(Locale.ROOT);
@@ -222,10 +230,7 @@ public final class LineBreaks {
         usual.set(i);
       }
     }
-    // Java's rules are stricter with digits than Unicode's, by which most programs go.
-    boolean joined = "-/".indexOf(text.charAt(place - 1)) >= 0
-        && Character.isDigit(text.charAt(place));
-    return isInside(place) && usual.get(place) && !joined;
+    return usual.get(place);
   }
 
   /** Whether a character belongs to the number or the date that the one before it belongs to. */

@@ -6,8 +6,8 @@ import java.util.List;
 import java.util.Locale;
 
 /**
- * The typefaces that pages are set in: Liberation, DejaVu for what that lacks, and for what both lack
- * any installed font that has it.
+ * The typefaces that pages are set in: Liberation, DejaVu for what that lacks, and for what both
+ * lack any installed font that has it.
  */
 public final class PageFonts {
   /** Added to the style of text of a fixed width. */

@@ -12,9 +12,9 @@ import org.chartbridge.document.model.Table;
 
 /**
  * A table, or a part of one, as it is set on pages: measures in points. What is too wide for the
- * page gives way in this order: words are broken after {@code _ - /}; the type becomes smaller, down
- * to {@link #SMALLEST}; the page is turned; the columns go on in further parts below; and words that
- * are longer than words are get broken anywhere. Numbers and dates stay whole.
+ * page gives way in this order: words are broken after {@code _ - /}; the type becomes smaller,
+ * down to {@link #SMALLEST}; the page is turned; the columns go on in further parts below; and words
+ * that are longer than words are get broken anywhere. Numbers and dates stay whole.
  */
 public final class PageTable {
   /** The size that tables are set in where there is room. */

@@ -9,8 +9,8 @@ import org.chartbridge.document.model.PlainText;
 import org.chartbridge.document.model.TextDirection;
 
 /**
- * Finds the numbers and dates that a reader's program would break into lines, or turn around between
- * letters that run from right to left, while running text is written piece by piece.
+ * Finds the numbers and dates that a reader's program would break into lines, or turn around
+ * between letters that run from right to left, while running text is written piece by piece.
  */
 public final class WholeNumbers {
   /**
@@ -78,7 +78,8 @@ public final class WholeNumbers {
     boolean turns = mixed && number.chars().anyMatch(c -> TURNING.indexOf(c) >= 0);
     List<Integer> places = new ArrayList<>();
     for (int i = 1; i < number.length(); i++) {
-      if (!Character.isLetterOrDigit(number.charAt(i - 1)) && breaks.wouldBreak(place + start + i)) {
+      boolean mayEnd = !Character.isLetterOrDigit(number.charAt(i - 1));
+      if (mayEnd && breaks.wouldBreak(place + start + i)) {
         places.add(i);
       }
     }

@@ -146,7 +146,8 @@ final class TableReader {
     AttributeReader in = new AttributeReader(element);
     int columnSpan = span(in, "colspan");
     int rowSpan = span(in, "rowspan");
-    Alignment standard = column < columns.size() ? columns.get(column).alignment() : Alignment.START;
+    Alignment standard =
+        column < columns.size() ? columns.get(column).alignment() : Alignment.START;
     Alignment alignment = in.choice("align", Alignment.class, standard);
     boolean isHeader = in.flag("header", header);
     in.finish();

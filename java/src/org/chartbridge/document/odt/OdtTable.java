@@ -63,7 +63,8 @@ final class OdtTable {
     styles.open("style:style", "style:name", name, "style:family", "table");
     styles.empty("style:table-properties", "style:width", points(measures.width()), "table:align",
         text.isRightToLeft() ? "right" : "left", "style:writing-mode",
-        text.isRightToLeft() ? "rl-tb" : null, "fo:margin-bottom", "12pt", "table:border-model", "collapsing",
+        text.isRightToLeft() ? "rl-tb" : null, "fo:margin-bottom", "12pt", "table:border-model",
+        "collapsing",
         "style:may-break-between-rows", PageTable.isShort(table) ? "false" : null);
     styles.close("style:style").line();
     out.open("table:table", "table:name", name, "table:style-name", name).line();

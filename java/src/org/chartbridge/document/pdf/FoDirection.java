@@ -4,7 +4,7 @@ package org.chartbridge.document.pdf;
 import org.chartbridge.document.model.Alignment;
 import org.chartbridge.document.model.TextDirection;
 
-/** The container around a block that runs another way than its document does; nothing around others. */
+/** The container around a block that runs another way than its document; nothing around others. */
 final class FoDirection {
   private static final String CONTAINER = "block-container";
 

@@ -99,7 +99,8 @@ final class FoTable {
         span(cell.rowSpan()), "padding", "2.5pt " + PdfStyle.points(measures.padding()),
         "border-top", above, "border-bottom", below, "text-align",
         PdfStyle.alignment(cell.alignment(), setting.direction()), "display-align",
-        inHeader ? "after" : "before", "font-weight", cell.header() ? "bold" : null, "role", cell.header() ? "TH" : null,
+        inHeader ? "after" : "before", "font-weight", cell.header() ? "bold" : null, "role",
+        cell.header() ? "TH" : null,
         "start-indent", "0pt");
     FoDirection turn = FoDirection.open(PlainText.of(cell.text()), setting, out);
     out.open("block", "text-align", turn.align(cell.alignment(), setting));

@@ -124,7 +124,8 @@ final class TextBlocks implements BlockVisitor {
       if (heading.level() <= contents.depth()) {
         String indent = "  ".repeat(heading.level() - 1);
         String text = PlainText.of(heading.text());
-        TextLines.wrap(text, WIDTH - indent.length(), language).forEach(part -> line(indent + part));
+        TextLines.wrap(text, WIDTH - indent.length(), language)
+            .forEach(part -> line(indent + part));
       }
     }
     line("");

@@ -18,7 +18,7 @@ final class TextLines {
 
   /**
    * @param text its line ends are kept
-   * @param detail where it may be broken; what is longer than a line and may not be broken sticks out
+   * @param detail where it may be broken; what is longer than a line otherwise sticks out
    */
   static List<String> wrap(String text, int width, Locale language, LineBreaks.Detail detail) {
     List<String> lines = new ArrayList<>();

@@ -101,8 +101,8 @@ class WideTablesTest {
     Files.writeString(pdf, "before");
     String message = assertThrows(ChartException.class, () -> Documents.export(
         Documents.xml(table(2, "1".repeat(250))), pdf, "")).getMessage();
-    assertEquals("the table \"Wide\" is too wide for the page, even turned and in type of 6.5 points:"
-        + " \"" + "1".repeat(60) + "\u2026\" stays on one line. Put it into several cells, or into"
+    assertEquals("the table \"Wide\" is too wide for the page, even turned and in type of 6.5"
+        + " points: \"" + "1".repeat(60) + "\u2026\" stays on one line. Put it into several cells, or into"
         + " text beside the table", message);
     assertEquals("before", Files.readString(pdf));
   }
@@ -117,7 +117,7 @@ class WideTablesTest {
     assertEquals(4, lines.split("Key", -1).length, lines);
   }
 
-  /** The contents of a long report with pages of both kinds name the pages that the headings are on. */
+  /** Also in a long report with pages of both kinds. */
   @Test
   void contentsNameThePagesOfHeadings() throws Exception {
     StringBuilder body = new StringBuilder("<contents depth=\"2\"/>");
