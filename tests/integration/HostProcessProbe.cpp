@@ -50,7 +50,8 @@ std::string theData;
 bool Start() {
   JvmSettings settings;
   settings.classPath = {CHARTBRIDGE_TEST_RUNTIME_JAR};
-  settings.options = {"-XX:ErrorFile=hs_err.log", "-XX:-CreateCoredumpOnCrash"};
+  settings.options = {"-XX:ErrorFile=hs_err.log", "-XX:-CreateCoredumpOnCrash",
+                      "-XX:TieredStopAtLevel=1"};
   chartbridge::SetJvmSettings(settings);
   return TeskJVM::GetInstance()->StartJVM();
 }
@@ -114,7 +115,7 @@ bool Document() {
   const LocalFrame frame;
   const std::string path = std::string(kExamples) + "/documents/air-quality.xml";
   bool isDone = exporter->CreateOutputDocument(ReadFile(path), path);
-  for (const char* name : {"report.pdf", "report.html", "report.odt", "report.txt"}) {
+  for (const char* name : {"report.pdf", "report.html"}) {
     isDone = isDone && exporter->ExportOutput(std::string("{\"output\":\"") + name + "\"}");
   }
   return isDone;

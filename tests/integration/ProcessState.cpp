@@ -11,6 +11,7 @@
 #include <xmmintrin.h>
 
 #include <algorithm>
+#include <chrono>
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
@@ -18,6 +19,7 @@
 #include <fstream>
 #include <set>
 #include <system_error>
+#include <thread>
 
 extern char** environ;
 
@@ -99,20 +101,32 @@ void AddEnvironment(ProcessState& state) {
   }
 }
 
-void AddDescriptors(ProcessState& state) {
+ProcessState Descriptors() {
   std::vector<int> numbers;
   for (const auto& entry : fs::directory_iterator("/proc/self/fd")) {
     numbers.push_back(std::stoi(entry.path().filename()));
   }
+  ProcessState state;
   for (const int number : numbers) {
     const int flags = fcntl(number, F_GETFD);
-    // The one by which the folder was read.
-    if (flags < 0) continue;
     std::error_code error;
     const std::string target = fs::read_symlink("/proc/self/fd/" + std::to_string(number), error);
+    // The one by which the folder was read, or another that is gone.
+    if (flags < 0 || error) continue;
     const bool isInherited = (flags & FD_CLOEXEC) == 0;
     state["descriptor " + std::to_string(number)] =
         target + (isInherited ? ", inherited" : ", closed on exec");
+  }
+  return state;
+}
+
+// Threads of the JVM read this and that in /proc at any time: only what stays open counts.
+void AddDescriptors(ProcessState& state) {
+  const ProcessState first = Descriptors();
+  std::this_thread::sleep_for(std::chrono::milliseconds(20));
+  for (const auto& [name, value] : Descriptors()) {
+    const auto before = first.find(name);
+    if (before != first.end() && before->second == value) state[name] = value;
   }
 }
 
