@@ -15,7 +15,6 @@ import org.chartbridge.document.export.FontFace;
  * PostScript's: each has a URI of its own, behind which it is a font file like any other.
  */
 final class FontCollectionFiles {
-  private static final String SCHEME = "font-in-collection";
   private static final byte[] TAG = "ttcf".getBytes(StandardCharsets.US_ASCII);
   private static final int HEADER = 12;
   private static final int ENTRY = 16;
@@ -29,17 +28,18 @@ final class FontCollectionFiles {
     if (!name.endsWith("c") && !name.endsWith("C")) {
       return file;
     }
-    return URI.create(SCHEME + "://" + face.index() + file.getRawPath());
+    // A scheme of its own would not do: the formatter makes URLs of what it is given.
+    return URI.create(file + "?" + face.index());
   }
 
   static boolean isOf(URI uri) {
-    return SCHEME.equals(uri.getScheme());
+    return uri.getQuery() != null;
   }
 
   static byte[] read(URI uri) throws IOException {
     byte[] bytes = Files.readAllBytes(Path.of(uri.getPath()));
     try {
-      return font(ByteBuffer.wrap(bytes), Integer.parseInt(uri.getRawAuthority()));
+      return font(ByteBuffer.wrap(bytes), Integer.parseInt(uri.getQuery()));
     } catch (BufferUnderflowException | IndexOutOfBoundsException e) {
       throw new IOException(uri.getPath() + " is damaged", e);
     }

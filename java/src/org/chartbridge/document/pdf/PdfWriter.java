@@ -4,6 +4,7 @@ package org.chartbridge.document.pdf;
 import java.io.File;
 import java.io.IOException;
 import java.io.OutputStream;
+import java.net.URI;
 import org.apache.fop.apps.EnvironmentProfile;
 import org.apache.fop.apps.EnvironmentalProfileFactory;
 import org.apache.fop.apps.FOPException;
@@ -11,6 +12,7 @@ import org.apache.fop.apps.FOUserAgent;
 import org.apache.fop.apps.Fop;
 import org.apache.fop.apps.FopFactory;
 import org.apache.fop.apps.FopFactoryBuilder;
+import org.apache.fop.apps.io.ResourceResolverFactory;
 import org.apache.xmlgraphics.util.MimeConstants;
 import org.chartbridge.chart.ChartException;
 import org.chartbridge.document.export.DocumentWriter;
@@ -78,13 +80,19 @@ public final class PdfWriter implements DocumentWriter {
 
   private static FopFactory factory(PdfText setting) {
     PdfFontList fonts = new PdfFontList(setting.typefaces());
-    EnvironmentProfile environment = EnvironmentalProfileFactory.createRestrictedIO(
-        new File("/").toURI(), new PdfResources(fonts.files()));
-    return new FopFactoryBuilder(environment)
+    URI root = new File("/").toURI();
+    PdfResources resources = new PdfResources(fonts.files());
+    EnvironmentProfile environment =
+        EnvironmentalProfileFactory.createRestrictedIO(root, resources);
+    FopFactory factory = new FopFactoryBuilder(environment)
         .setConfiguration(fonts.configuration())
         .setAccessibility(true)
         .setSourceResolution(PIXELS_PER_INCH)
         .build();
+    // The builder leaves the fonts to a resolver of its own, which knows nothing of collections.
+    factory.getFontManager().setResourceResolver(
+        ResourceResolverFactory.createInternalResourceResolver(root, resources));
+    return factory;
   }
 
   private static void describe(Metadata metadata, FOUserAgent agent) {

@@ -142,7 +142,7 @@ class ScriptsTest {
     Path file = folder.resolve("collection.ttc");
     Files.write(file, collection.array());
     byte[] found = FontCollectionFiles.read(
-        java.net.URI.create("font-in-collection://0" + file.toUri().getRawPath()));
+        java.net.URI.create(file.toUri() + "?0"));
     java.awt.Font read = java.awt.Font.createFont(
         java.awt.Font.TRUETYPE_FONT, new java.io.ByteArrayInputStream(found));
     assertEquals("DejaVu Sans", read.getFontName());
