@@ -7,8 +7,8 @@
 
 #include "host/DebugText.h"
 #include "host/GuardBuffers.h"
-#include "host/PendingException.h"
 #include "host/JavaDescriptors.h"
+#include "host/PendingException.h"
 #include "host/RunningJvm.h"
 
 namespace chartbridge {

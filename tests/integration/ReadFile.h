@@ -15,7 +15,8 @@ inline std::string ReadFile(const std::string& path) {
   return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-/// The bytes of all files in a folder, such as the records of Java exceptions, one behind the other.
+/// The bytes of all files in a folder, such as the records of Java exceptions, one behind the
+/// other.
 inline std::string ReadFolder(const std::string& path) {
   std::string text;
   for (const auto& entry : std::filesystem::directory_iterator(path)) {
