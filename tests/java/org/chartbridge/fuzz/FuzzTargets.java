@@ -318,9 +318,9 @@ final class FuzzTargets {
     }
     String inside = "<document xmlns=\"urn:chartbridge:document:1\" title=\"T\" language=\"de\">"
         + "<contents/><heading level=\"1\" id=\"h\">One</heading>"
-        + "<paragraph align=\"justify\">A <strong>b</strong> <em>c</em> <link to=\"#h\">d</link>"
+        + "<paragraph align=\"justify\">A <strong>b</strong> <emphasis>c</emphasis> <link to=\"#h\">d</link>"
         + "</paragraph><list kind=\"number\"><item>a<list><item>b</item></list></item></list>"
-        + "<table caption=\"C\"><column align=\"right\" width=\"30\"/><header><row>"
+        + "<table caption=\"C\"><column align=\"right\" width=\"30\"/><column/><header><row>"
         + "<cell colspan=\"2\">x</cell></row></header><row><cell rowspan=\"2\">1</cell>"
         + "<cell>2</cell></row><row><cell>3</cell></row></table><page-break/></document>";
     List<byte[]> documents = new ArrayList<>(List.of(file("examples/documents/air-quality.xml")));

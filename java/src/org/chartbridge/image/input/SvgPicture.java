@@ -52,9 +52,11 @@ public final class SvgPicture {
     SvgDocument source = SvgDocument.read(bytes);
     Document document = source.document();
     try {
-      Context context = new Context(new SvgRules(viewport(document.getDocumentElement())));
+      SvgRules rules = new SvgRules(viewport(document.getDocumentElement()));
+      Context context = new Context(rules);
       context.prepare(document);
       checkExpansion(source);
+      SvgUses.removeEmpty(document, rules);
       GraphicsNode drawing = new GVTBuilder().build(context, document);
       SvgDashes.check(drawing);
       return picture(context.getDocumentSize(), drawing);

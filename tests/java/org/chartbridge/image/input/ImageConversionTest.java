@@ -456,6 +456,16 @@ class ImageConversionTest {
         converted((SVG + inside + "</svg>").getBytes(UTF_8), ImageType.PNG), 5, 5, 0);
   }
 
+  @ParameterizedTest
+  @ValueSource(strings = {"<marker id='a'/>", "<g id='a' display='none'/>",
+      "<linearGradient id='a'/>", "<style>.n{display:none}</style><rect id='a' class='n'/>",
+      "<use id='a' href='#b'/><filter id='b'/>", "<tspan id='a'/>",
+      "<g id='a' requiredExtensions='http://nowhere'/>"})
+  void useOfWhatShowsNothingShowsNothing(String shown) throws IOException {
+    byte[] svg = (SVG + RED + shown + "<g><use href='#a'/></g></svg>").getBytes(UTF_8);
+    assertColor(0xFFFF0000, converted(svg, ImageType.PNG), 5, 5, 0);
+  }
+
   @Test
   void usesCannotNestElementsWithoutEnd() throws IOException {
     StringBuilder chain = new StringBuilder("<path id='a0' d='M0 0'/>");
