@@ -516,12 +516,27 @@ TEST(ChartTransformer, LeavesTheChartAloneWhenTheTemplateIsWrong) {
             kDeclaration + Chart("", " template=\"t\""));
 }
 
-// Nesting must not exhaust the stack.
-TEST(ChartTransformer, TakesDeepCharts) {
+// A chart in which elements lie within each other, `levels` deep together with the chart itself.
+std::string Nested(int levels) {
   std::string chart = "<chart xmlns=\"urn:chartbridge:chart:2\">";
-  for (int i = 0; i < 200'000; ++i) chart += "<a>";
-  for (int i = 0; i < 200'000; ++i) chart += "</a>";
-  EXPECT_NE(Same(chart + "</chart>").find("<a/></a>"), std::string::npos);
+  for (int i = 1; i < levels; ++i) chart += "<a>";
+  for (int i = 1; i < levels; ++i) chart += "</a>";
+  return chart + "</chart>";
+}
+
+// Nesting must not exhaust the stack.
+TEST(ChartTransformer, TakesChartsUpToALimitOfDepth) {
+  EXPECT_NE(Same(Nested(512)).find("<a/></a>"), std::string::npos);
+  for (const int levels : {513, 200'000}) {
+    try {
+      ChartTransformer transformer(Nested(levels));
+      FAIL() << levels << " levels were taken";
+    } catch (const std::runtime_error& error) {
+      EXPECT_NE(std::string(error.what()).find("nested more than 512 levels deep"),
+                std::string::npos)
+          << error.what();
+    }
+  }
 }
 
 }  // namespace
