@@ -337,7 +337,9 @@ final class FuzzTargets {
     String simple = inside.replaceAll("(?s)<list.*</table><page-break/>", "");
     add("document-request", 4, texts("{\"document\": \"d\", \"to\": \"html\", \"output\": \""
             + out("r.html") + "\", \"language\": \"pt-BR\", \"style\": \"print\", \"paper\":"
-            + " \"a4\", \"charset\": \"UTF-8\", \"table\": 1, \"release\": false}"),
+            + " \"a4\", \"release\": false}",
+            "{\"document\": \"d\", \"to\": \"text\", \"output\": \"" + out("r.txt")
+            + "\", \"charset\": \"UTF-8\", \"release\": false}"),
         input -> {
           // A changed path must not lead out of the folder, nor a changed key to it.
           String request = new String(input, UTF_8);

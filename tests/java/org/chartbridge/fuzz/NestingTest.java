@@ -168,7 +168,7 @@ class NestingTest {
     assertNull(tree("<Node>" + nested("<CompoundPredicate booleanOperator=\"and\"><True/>", "",
         "</CompoundPredicate>", 508) + "</Node>"));
     String[] parts = {node, "<Node>", "<CompoundPredicate booleanOperator=\"and\"><True/>",
-        "<Extension>", "<DecisionTree>", "<Array>"};
+        "<Extension>", "<DecisionTree functionName=\"regression\"><Node>", "<Array>"};
     for (String part : parts) {
       refused("PMML document", () -> new TreeImager().renderToMemory(
           bytes(PMML + "<Node>" + part.repeat(MANY)), null, 5, 100));

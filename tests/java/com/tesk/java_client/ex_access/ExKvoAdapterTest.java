@@ -218,7 +218,7 @@ class ExKvoAdapterTest {
     String[] findings = adapter.exportOutput("{\"to\":\"check\"}").split("\n");
     assertEquals(3, findings.length);
     assertTrue(findings[0].startsWith("line 3, column 6: "), findings[0]);
-    assertTrue(findings[1].startsWith("line 6, column 1: the chart \"Sales\": "), findings[1]);
+    assertTrue(findings[1].startsWith("line 8, column 13: the chart \"Sales\": "), findings[1]);
     assertTrue(findings[1].contains("area"), findings[1]);
     assertTrue(findings[2].contains(": the tree: "), findings[2]);
   }

@@ -178,7 +178,7 @@ class DocumentSourceTest {
     assertTrue(figureError(open + xmlChart + close).startsWith("line 3, column 16: <x> "),
         figureError(open + xmlChart + close));
     assertTrue(figureError(open + "draw bar: x b, y count" + close)
-        .startsWith("line 2, column 1: the chart \"C\": "));
+        .startsWith("line 2, column 45: the chart \"C\": "));
     assertTrue(figureError(open + "draw bar: x a, y sum of a" + close.replace("1\n", "1,2\n"))
         .contains("CSV line 2 has"));
   }
