@@ -101,8 +101,13 @@ void RemovePaths() {
 
 [[noreturn]] void EndBySignal() {
   SetAction(endingSignal, SIG_DFL);
+  // Threads of the JVM have it blocked, and when Java ends the process this runs on one of them.
+  sigset_t ending;
+  sigemptyset(&ending);
+  sigaddset(&ending, endingSignal);
+  pthread_sigmask(SIG_UNBLOCK, &ending, nullptr);
   std::raise(endingSignal);
-  // Only where somebody has blocked it.
+  // Only where the signal is ignored.
   _exit(kSignalCode + endingSignal);
 }
 
