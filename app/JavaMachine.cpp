@@ -10,6 +10,7 @@
 #include "app/Installation.h"
 #include "app/NativeText.h"
 #include "app/SignalCleanup.h"
+#include "app/WorkingFolder.h"
 #include "host/ClassArchive.h"
 #include "host/JvmSettings.h"
 #include "host/JvmThreads.h"
@@ -22,6 +23,7 @@ namespace {
 /// Java takes a list of folders with colons, and cannot tell a folder that is not there from one
 /// without the template.
 const std::string& TemplatesFolder(const std::string& folder) {
+  WorkingFolder::Check(folder);
   std::error_code error;
   if (!std::filesystem::is_directory(folder, error)) {
     throw Failure("--templates: " + folder + " is not a folder");
@@ -43,7 +45,9 @@ JvmSettings SettingsFor(const JavaOptions& options) {
   if (!options.classPath.empty()) {
     std::istringstream entries(options.classPath);
     for (std::string entry; std::getline(entries, entry, ':');) {
-      if (!entry.empty()) settings.classPath.push_back(entry);
+      if (entry.empty()) continue;
+      WorkingFolder::Check(entry);
+      settings.classPath.push_back(entry);
     }
     return settings;
   }

@@ -90,6 +90,10 @@ TEST_F(WorkingFolderTest, APathFromThereIsRefusedOnOneLine) {
              "rows.json");
   ExpectGone({"tree", "batch", model, "-o", "out"}, "out");
   ExpectGone({"tree", "size", "iris.pmml"}, "iris.pmml");
+  ExpectGone({"render", chart, "-d", data, "-o", files.File("a.png"), "--templates", "house"},
+             "house");
+  ExpectGone({"render", chart, "-d", data, "-o", files.File("a.png"), "--classpath", "my.jar"},
+             "my.jar");
   ExpectGone({"document", "export", "report.xml", "-o", files.File("a.pdf")}, "report.xml");
 }
 
