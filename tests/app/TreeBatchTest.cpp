@@ -144,7 +144,9 @@ TEST_F(TreeBatchTest, FormatMustBeKnownAndTheFolderOne) {
   EXPECT_THAT(type.errors, StartsWith("chartbridge: --type: tiff is none of png, "));
   const RunResult stream = folder.Tree({"batch", "iris.pmml", "-o", "-"});
   EXPECT_EQ(stream.exitCode, 2);
-  EXPECT_THAT(stream.errors, StartsWith("chartbridge: -o must name a folder\n"));
+  EXPECT_THAT(
+      stream.errors,
+      StartsWith("chartbridge: -o must name a folder (see chartbridge tree batch --help)\n"));
   EXPECT_THAT(folder.NewNames(), ElementsAre());
 }
 
