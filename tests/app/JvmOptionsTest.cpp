@@ -60,7 +60,6 @@ constexpr Choice kChoices[] = {
     {"-XX:+UsePerfData", "UsePerfData", "true"},
     {"-XX:-DisableAttachMechanism", "DisableAttachMechanism", "false"},
     {"-XX:-ReduceSignalUsage", "ReduceSignalUsage", "false"},
-    {"-Xshare:off", "UseSharedSpaces", "false"},
 };
 
 // The JVM lists its flags while it starts, which the command passes on with its other messages.

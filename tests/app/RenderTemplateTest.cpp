@@ -47,7 +47,8 @@ class RenderTemplateTest : public testing::Test {
     const RunResult result = folder.Run(all);
     EXPECT_EQ(result.exitCode, exitCode);
     EXPECT_EQ(result.output, "");
-    EXPECT_THAT(result.errors, HasSubstr("chartbridge: " + reason + "\n"));
+    const std::string hint = exitCode == 2 ? " (see chartbridge render --help)" : "";
+    EXPECT_THAT(result.errors, HasSubstr("chartbridge: " + reason + hint + "\n"));
     EXPECT_EQ(folder.Read("out.png"), "old");
   }
 
