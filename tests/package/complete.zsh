@@ -51,7 +51,7 @@ zpty -b shell "exec env TERM=dumb ZDOTDIR=${(q)work} zsh -i"
 # Waits until the shell has done all that was typed.
 wait_for_end() {
   local i
-  for ((i = 0; i < 600; ++i)); do
+  for ((i = 0; i < 4000; ++i)); do
     if [[ -e $work/ended ]]; then
       rm $work/ended
       return

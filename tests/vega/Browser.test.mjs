@@ -14,7 +14,7 @@ const DATA = path.join(EXAMPLES, 'data/states.csv');
 const MAPS = ['states.geojson', 'cities.geojson'].map((name) => path.join(EXAMPLES, 'maps', name));
 const TOOLTIP = '#vg-tooltip-element.visible';
 /** Milliseconds that a busy machine may take. */
-const PATIENCE = 60000;
+const PATIENCE = 180000;
 
 let browser;
 

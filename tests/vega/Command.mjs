@@ -20,7 +20,7 @@ export const PICTURES = required('CHARTBRIDGE_PICTURES');
 /** Runs `chartbridge ARGUMENTS` and throws when it fails or complains. */
 export function chartbridge(...args) {
   return new Promise((resolve, reject) => {
-    execFile(COMMAND, args, { maxBuffer: 1 << 28, timeout: 60000 }, (error, stdout, stderr) => {
+    execFile(COMMAND, args, { maxBuffer: 1 << 28, timeout: 300000 }, (error, stdout, stderr) => {
       if (error || stderr) reject(new Error(`chartbridge ${args.join(' ')}: ${stderr || error.message}`));
       else resolve(stdout);
     });
