@@ -15,10 +15,14 @@ std::atomic<bool> logging{false};
 std::atomic<int> logLines{0};
 
 constexpr const char* kNames[JNIGUARD_KINDS] = {
-    "references given back as another kind",     "array elements released against another array",
-    "array elements released that were not out", "array and string functions on null",
-    "objects and methods of a null class",       "calls on null or without a method",
-    "byte arrays wrapped in a ByteBuffer",       "uses of another thread's env",
+    "references given back as another kind",
+    "array elements released against another array",
+    "array elements or texts released that were not out",
+    "array and string functions on null",
+    "objects and methods of a null class",
+    "calls on null or without a method",
+    "byte arrays wrapped in a ByteBuffer",
+    "uses of another thread's env",
     "other null or impossible inputs",
 };
 

@@ -38,13 +38,14 @@ const char busy = 0;
 std::mutex overflowMutex;
 std::atomic<std::size_t> overflowSize{0};
 
-// Leaked on purpose: native code may release elements while the process ends, after static objects
-// have been destroyed.
 struct Overflown {
   ElementSource source;
   std::uint64_t number;
 };
 using OverflowMap = std::unordered_map<const void*, Overflown>;
+
+// Leaked on purpose: native code may release elements while the process ends, after static objects
+// have been destroyed.
 OverflowMap& Overflow() {
   static auto* const overflow = new OverflowMap;
   return *overflow;

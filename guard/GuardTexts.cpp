@@ -5,6 +5,7 @@
 #include "guard/Caught.h"
 #include "guard/ElementBuffers.h"
 #include "guard/Guards.h"
+#include "guard/JvmTexts.h"
 #include "guard/NullChecks.h"
 
 namespace chartbridge {
@@ -31,6 +32,21 @@ void* NewText(JNIEnv* env, const char* function, char type, jsize length, std::s
     Raise(env, JavaError::kOutOfMemory, function, "no memory for the text");
   }
   return buffer;
+}
+
+// The JVM's own text, remembered until it goes back there.
+const char* GetJvmText(JNIEnv* env, jstring text, jboolean* isCopy) {
+  const char* chars = jvm.GetStringUTFChars(env, text, isCopy);
+  if (chars == nullptr || JvmTexts::Add(chars)) return chars;
+  jvm.ReleaseStringUTFChars(env, text, chars);
+  Raise(env, JavaError::kOutOfMemory, "GetStringUTFChars", "no memory for the text");
+  return nullptr;
+}
+
+// A text that is not out is left alone: it may have been released before, and then its address is
+// free memory or somebody else's, which the JVM would free again.
+void RefuseRelease(const char* function) {
+  Caught(JNIGUARD_ELEMENTS_UNKNOWN, function, "this text is not out");
 }
 
 // Whether the text was the guard's, which has freed it then.
@@ -70,7 +86,7 @@ const char* GetStringUTFChars(JNIEnv* env, jstring text, jboolean* isCopy) {
   // Each unit takes up to three bytes, and the JVM tells their number in 32 bits. It knows best
   // what to do with a text that is too long for that.
   if (length > std::numeric_limits<jsize>::max() / 3) {
-    return jvm.GetStringUTFChars(env, text, isCopy);
+    return GetJvmText(env, text, isCopy);
   }
   const jsize bytes = jvm.GetStringUTFLength(env, text);
   auto* chars = static_cast<char*>(
@@ -82,16 +98,21 @@ const char* GetStringUTFChars(JNIEnv* env, jstring text, jboolean* isCopy) {
 }
 
 // Releasing text that was never obtained is what native code does after a failed Get, and needs no
-// exception of its own. What is not the guard's was obtained before the guard came: the JVM's.
-void ReleaseStringChars(JNIEnv* env, jstring text, const jchar* chars) {
-  if (chars == nullptr || FreeText(const_cast<jchar*>(chars), kUnits, "ReleaseStringChars")) return;
-  jvm.ReleaseStringChars(OwnEnv(env), text, chars);
+// exception of its own.
+void ReleaseStringChars(JNIEnv*, jstring, const jchar* chars) {
+  const char* function = "ReleaseStringChars";
+  if (chars == nullptr || FreeText(const_cast<jchar*>(chars), kUnits, function)) return;
+  RefuseRelease(function);
 }
 
 void ReleaseStringUTFChars(JNIEnv* env, jstring text, const char* chars) {
   const char* function = "ReleaseStringUTFChars";
   if (chars == nullptr || FreeText(const_cast<char*>(chars), kModifiedUtf8, function)) return;
-  jvm.ReleaseStringUTFChars(OwnEnv(env), text, chars);
+  if (JvmTexts::Take(chars)) {
+    jvm.ReleaseStringUTFChars(OwnEnv(env), text, chars);
+    return;
+  }
+  RefuseRelease(function);
 }
 
 // JVMs up to 17 cut a longer capacity to 32 bits in silence, and memory at address null ends the

@@ -35,7 +35,8 @@ enum jniguard_kind {
   /** Array elements were released against another array, against null, or as the text of a string,
      or such a text as something else. */
   JNIGUARD_ELEMENTS_ARRAY = 1,
-  /** Array elements were released that are not out: a second time, or never obtained. */
+  /** Array elements or a text were released that are not out: a second time, after
+     jniguard_free_unreleased, or never obtained from the guard. Nothing was freed. */
   JNIGUARD_ELEMENTS_UNKNOWN = 2,
   /** An array or string function was called on null. */
   JNIGUARD_NULL_ARRAY_OR_STRING = 3,
@@ -59,9 +60,9 @@ enum jniguard_kind {
  * Puts the guard between native code and `vm`, for the life of the process. A second call does
  * nothing.
  *
- * To be called right after the JVM has been created: array elements that native code obtained
- * before are not known to the guard, so a release of them afterwards frees nothing and writes
- * nothing back. Safe on any thread.
+ * To be called right after the JVM has been created: array elements and texts that native code
+ * obtained before are not known to the guard, so a release of them afterwards frees nothing and
+ * writes nothing back. Safe on any thread.
  *
  * Returns JNI_OK, or another JNI error code when the JVM has no JVMTI; nothing is changed then.
  */
@@ -101,11 +102,12 @@ JNIEXPORT unsigned long long jniguard_mark(void);
 /**
  * Frees the array elements and texts that the calling thread has obtained since it took `mark` and
  * that nobody has released. Nothing is written back to their arrays. Returns how many there were.
+ * Whichever native code obtained them: also native methods that Java code has called meanwhile.
  *
  * To be called where native code is known to be done with all of them, on whichever thread it kept
  * them: their addresses are free memory afterwards, and a later release of one is a release of
- * elements that are not out. What other threads have obtained is left alone, and so is everything
- * when the mark is another thread's.
+ * what is not out: it is counted, and nothing happens. What other threads have obtained is left
+ * alone, and so is everything when the mark is another thread's.
  *
  * Some operations of the chart bridge never release what they obtain. `chartbridge::LocalFrame`
  * calls this at its end.

@@ -47,7 +47,7 @@ void PrintTo(const Row& row, std::ostream* stream) { *stream << row.name; }
 constexpr char kNone[] = "pending=none";
 constexpr char kReferences[] = " references given back as another kind";
 constexpr char kOtherArray[] = " array elements released against another array";
-constexpr char kNotOut[] = " array elements released that were not out";
+constexpr char kNotOut[] = " array elements or texts released that were not out";
 constexpr char kNulls[] = " array and string functions on null";
 constexpr char kNullClass[] = " objects and methods of a null class";
 constexpr char kNullCall[] = " calls on null or without a method";
@@ -128,10 +128,11 @@ std::vector<Row> Rows() {
       {"ManyElementsOut", Bare::kSame, {"done=1", kNone}, {}},
       {"FreeUnreleased",
        Bare::kGoesWrong,
-       {"freed=2", "array=9 2 3", kNone},
-       {std::string("1") + kNotOut}},
+       {"freed=3", "array=9 2 3", kNone},
+       {std::string("3") + kNotOut}},
       {"TextsAreTerminated", Bare::kSame, {"units=1", "bytes=1", kNone}, {}},
       {"TextsKeepZeros", Bare::kSame, {"units=1", "bytes=1", kNone}, {}},
+      {"ReleaseTextTwice", Bare::kGoesWrong, {"text=text", kNone}, {std::string("2") + kNotOut}},
       {"ReleaseTextOfNothing", Bare::kSame, {"text=text", kNone}, {}},
 
       {"ArrayLengthOfNull",
@@ -386,7 +387,7 @@ constexpr char kReport[] =
     "jniguard: 1 calls caught\n"
     "  0 references given back as another kind\n"
     "  0 array elements released against another array\n"
-    "  0 array elements released that were not out\n"
+    "  0 array elements or texts released that were not out\n"
     "  1 array and string functions on null\n"
     "  0 objects and methods of a null class\n"
     "  0 calls on null or without a method\n"
@@ -402,8 +403,8 @@ constexpr char kLength[] =
 
 class GuardOptions : public testing::TestWithParam<std::string> {};
 
-// The three ways into a process do the same: loaded by the host, by the JVM's option, and into a
-// JVM that runs already.
+// The ways into a process do the same: loaded by the host, by the JVM's option, and into a JVM that
+// runs already.
 TEST_P(GuardOptions, ReportsAtTheEnd) {
   const ChildResult result =
       RunProbe(DefaultJavaHome(), {"ArrayLengthOfNull", GetParam(), "report"});

@@ -22,9 +22,11 @@ namespace {
 // The JVM's one string.
 std::u16string content;
 int releasedByJvm = 0;
+// What the JVM says that the string has, when that is not its content.
+jsize told = 0;
 
 // Every character of these tests is one byte of modified UTF-8.
-jsize Length(JNIEnv*, jstring) { return static_cast<jsize>(content.size()); }
+jsize Length(JNIEnv*, jstring) { return told == 0 ? static_cast<jsize>(content.size()) : told; }
 
 void Region(JNIEnv*, jstring, jsize start, jsize length, jchar* units) {
   std::copy_n(content.begin() + start, length, units);
@@ -37,6 +39,15 @@ void UtfRegion(JNIEnv*, jstring, jsize start, jsize length, char* bytes) {
 }
 
 void ReleaseOwn(JNIEnv*, jstring, const jchar*) { ++releasedByJvm; }
+
+const char* OwnBytes(JNIEnv*, jstring, jboolean*) {
+  return static_cast<const char*>(std::calloc(1, 8));
+}
+
+void ReleaseOwnBytes(JNIEnv*, jstring, const char* bytes) {
+  ++releasedByJvm;
+  std::free(const_cast<char*>(bytes));
+}
 
 // Fills memory of that size with old bytes, and gives it back.
 void Dirty(std::size_t bytes) {
@@ -55,11 +66,14 @@ class GuardTextsTest : public testing::Test {
     jvm.GetStringUTFLength = Length;
     jvm.GetStringRegion = Region;
     jvm.GetStringUTFRegion = UtfRegion;
+    jvm.GetStringUTFChars = OwnBytes;
     jvm.ReleaseStringChars = ReleaseOwn;
+    jvm.ReleaseStringUTFChars = ReleaseOwnBytes;
     GuardTexts(_table);
     _env.functions = &_table;
     knownOwnEnv = &_env;
     releasedByJvm = 0;
+    told = 0;
   }
   ~GuardTextsTest() override { knownOwnEnv = nullptr; }
 
@@ -107,12 +121,63 @@ TEST_F(GuardTextsTest, TextsAreFreedSinceAMark) {
   EXPECT_EQ(ElementBuffers::FreeObtainedSince(mark), 2U);
 }
 
-TEST_F(GuardTextsTest, WhatTheGuardDidNotGiveIsTheJvmsToRelease) {
-  const jchar before[] = {'a', 0};
-  Env()->ReleaseStringChars(string, before);
-  EXPECT_EQ(releasedByJvm, 1);
+// Nobody can tell a text from before the guard from one that is free memory by now.
+TEST_F(GuardTextsTest, WhatTheGuardDidNotGiveIsLeftAlone) {
+  const unsigned long long before = jniguard_count(JNIGUARD_ELEMENTS_UNKNOWN);
+  const jchar units[] = {'a', 0};
+  Env()->ReleaseStringChars(string, units);
+  Env()->ReleaseStringUTFChars(string, "a");
+  EXPECT_EQ(releasedByJvm, 0);
+  EXPECT_EQ(jniguard_count(JNIGUARD_ELEMENTS_UNKNOWN), before + 2);
+}
+
+TEST_F(GuardTextsTest, NoTextIsReleasedInSilence) {
+  const unsigned long long before = jniguard_counts(nullptr, 0);
   Env()->ReleaseStringChars(string, nullptr);
+  Env()->ReleaseStringUTFChars(string, nullptr);
+  EXPECT_EQ(releasedByJvm, 0);
+  EXPECT_EQ(jniguard_counts(nullptr, 0), before);
+}
+
+TEST_F(GuardTextsTest, ATextIsReleasedOnce) {
+  content = u"text";
+  const unsigned long long before = jniguard_count(JNIGUARD_ELEMENTS_UNKNOWN);
+  const jchar* units = Env()->GetStringChars(string, nullptr);
+  const char* bytes = Env()->GetStringUTFChars(string, nullptr);
+  for (int i = 0; i < 2; ++i) {
+    Env()->ReleaseStringChars(string, units);
+    Env()->ReleaseStringUTFChars(string, bytes);
+  }
+  EXPECT_EQ(releasedByJvm, 0);
+  EXPECT_EQ(jniguard_count(JNIGUARD_ELEMENTS_UNKNOWN), before + 2);
+}
+
+TEST_F(GuardTextsTest, ATextThatWasFreedIsNotReleased) {
+  content = u"text";
+  const unsigned long long before = jniguard_count(JNIGUARD_ELEMENTS_UNKNOWN);
+  const std::uint64_t mark = ObtainedBuffers::Mark();
+  const jchar* units = Env()->GetStringChars(string, nullptr);
+  const char* bytes = Env()->GetStringUTFChars(string, nullptr);
+  EXPECT_EQ(ElementBuffers::FreeObtainedSince(mark), 2U);
+  Env()->ReleaseStringChars(string, units);
+  Env()->ReleaseStringUTFChars(string, bytes);
+  EXPECT_EQ(releasedByJvm, 0);
+  EXPECT_EQ(jniguard_count(JNIGUARD_ELEMENTS_UNKNOWN), before + 2);
+}
+
+// More than 2147483647 bytes at the worst: the JVM's own text, which goes back to it, once.
+TEST_F(GuardTextsTest, ATextThatIsTooLongForTheGuardGoesBackToTheJvm) {
+  const unsigned long long before = jniguard_count(JNIGUARD_ELEMENTS_UNKNOWN);
+  told = 800000000;
+  const char* first = Env()->GetStringUTFChars(string, nullptr);
+  const char* second = Env()->GetStringUTFChars(string, nullptr);
+  Env()->ReleaseStringUTFChars(string, first);
   EXPECT_EQ(releasedByJvm, 1);
+  Env()->ReleaseStringUTFChars(string, first);
+  EXPECT_EQ(releasedByJvm, 1);
+  EXPECT_EQ(jniguard_count(JNIGUARD_ELEMENTS_UNKNOWN), before + 1);
+  Env()->ReleaseStringUTFChars(string, second);
+  EXPECT_EQ(releasedByJvm, 2);
 }
 
 // The wrong function frees it all the same, and is counted.

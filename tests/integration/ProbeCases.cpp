@@ -315,11 +315,15 @@ void FreeUnreleased(JNIEnv* env) {
   jbyte* before = env->GetByteArrayElements(array, nullptr);
   const unsigned long long mark = jniguard_mark();
   jbyte* lost = env->GetByteArrayElements(array, nullptr);
-  env->GetStringChars(env->NewStringUTF("lost"), nullptr);
+  jstring text = env->NewStringUTF("lost");
+  const jchar* units = env->GetStringChars(text, nullptr);
+  const char* chars = env->GetStringUTFChars(text, nullptr);
   jbyte* released = env->GetByteArrayElements(array, nullptr);
   env->ReleaseByteArrayElements(array, released, JNI_ABORT);
   Show("freed", static_cast<long long>(jniguard_free_unreleased(mark)));
   env->ReleaseByteArrayElements(array, lost, 0);
+  env->ReleaseStringChars(text, units);
+  env->ReleaseStringUTFChars(text, chars);
   before[0] = 9;
   env->ReleaseByteArrayElements(array, before, 0);
   Show("array", Content(env, array));
@@ -375,6 +379,17 @@ void TextsKeepZeros(JNIEnv* env) {
                     "a\xC0\x80"
                     "b");
   env->ReleaseStringUTFChars(string, utf);
+}
+
+void ReleaseTextTwice(JNIEnv* env) {
+  jstring string = env->NewStringUTF("text");
+  const jchar* units = env->GetStringChars(string, nullptr);
+  const char* chars = env->GetStringUTFChars(string, nullptr);
+  for (int i = 0; i < 2; ++i) {
+    env->ReleaseStringChars(string, units);
+    env->ReleaseStringUTFChars(string, chars);
+  }
+  Show("text", TextOf(env, string));
 }
 
 void ReleaseTextOfNothing(JNIEnv* env) {
@@ -721,6 +736,7 @@ const std::map<std::string, ProbeCase>& ProbeCases() {
       {"FreeUnreleased", FreeUnreleased},
       {"TextsAreTerminated", TextsAreTerminated},
       {"TextsKeepZeros", TextsKeepZeros},
+      {"ReleaseTextTwice", ReleaseTextTwice},
       {"ReleaseTextOfNothing", ReleaseTextOfNothing},
       {"ArrayLengthOfNull", ArrayLengthOfNull},
       {"ByteElementsOfNull", ByteElementsOfNull},
