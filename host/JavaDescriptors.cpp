@@ -12,6 +12,7 @@
 #include <cctype>
 #include <chrono>
 #include <cstdlib>
+#include <memory>
 #include <mutex>
 #include <set>
 #include <tuple>
@@ -45,16 +46,19 @@ std::atomic<bool> hasBegun{false};
 std::atomic<int> looks{0};
 std::atomic<Clock::rep> lastLook{0};
 
+struct CloseFolder {
+  void operator()(DIR* folder) const { closedir(folder); }
+};
+
 std::vector<int> Descriptors() {
   std::vector<int> numbers;
-  DIR* folder = opendir(kFolder);
+  const std::unique_ptr<DIR, CloseFolder> folder(opendir(kFolder));
   if (folder == nullptr) return numbers;
-  while (const dirent* entry = readdir(folder)) {
+  while (const dirent* entry = readdir(folder.get())) {
     if (entry->d_name[0] == '.') continue;
     const int number = std::atoi(entry->d_name);
-    if (number != dirfd(folder)) numbers.push_back(number);
+    if (number != dirfd(folder.get())) numbers.push_back(number);
   }
-  closedir(folder);
   return numbers;
 }
 
@@ -97,6 +101,30 @@ bool IsOfJava(const std::string& path, const std::string& home) {
   return false;
 }
 
+bool IsToBeMarked(int number, const OpenFile& file, const State& state) {
+  return IsInherited(number) && IsForReadingOnly(number) && state.ofHost.count(file) == 0 &&
+         IsOfJava(TargetOf(number), state.home);
+}
+
+void MarkFile(int number, const State& state) {
+  const OpenFile file = FileOf(number);
+  // Asked again last, as close to the mark as can be: the owner of a file that came in between may
+  // have marked it.
+  if (!IsToBeMarked(number, file, state) || !IsInherited(number)) return;
+  fcntl(number, F_SETFD, FD_CLOEXEC);
+  // Another thread has closed Java's file and opened another by the same number meanwhile.
+  if (FileOf(number) != file) fcntl(number, F_SETFD, 0);
+}
+
+void MarkAll() {
+  State& state = TheState();
+  // Another thread is just doing it.
+  const std::unique_lock<std::mutex> lock(state.mutex, std::try_to_lock);
+  if (!lock.owns_lock()) return;
+  lastLook = Clock::now().time_since_epoch().count();
+  for (const int number : Descriptors()) MarkFile(number, state);
+}
+
 // The home of ".../lib/server/libjvm.so", with a slash at its end.
 std::string HomeOf(const std::string& library) {
   char resolved[PATH_MAX];
@@ -118,22 +146,16 @@ void JavaDescriptors::Begin(const std::string& javaLibrary) {
   hasBegun = true;
 }
 
-void JavaDescriptors::Mark() {
+void JavaDescriptors::Mark() noexcept {
   if (!hasBegun) return;
-  State& state = TheState();
-  // Another thread is just doing it.
-  const std::unique_lock<std::mutex> lock(state.mutex, std::try_to_lock);
-  if (!lock.owns_lock()) return;
-  lastLook = Clock::now().time_since_epoch().count();
-  for (const int number : Descriptors()) {
-    if (!IsInherited(number) || !IsForReadingOnly(number)) continue;
-    if (state.ofHost.count(FileOf(number)) != 0 || !IsOfJava(TargetOf(number), state.home))
-      continue;
-    fcntl(number, F_SETFD, FD_CLOEXEC);
+  try {
+    MarkAll();
+  } catch (...) {
+    // There is no memory for the list. The next look marks what this one has not.
   }
 }
 
-void JavaDescriptors::MarkNowAndThen() {
+void JavaDescriptors::MarkNowAndThen() noexcept {
   if (!hasBegun) return;
   const Clock::duration since(Clock::now().time_since_epoch().count() - lastLook);
   if (looks >= kOftenAtFirst && since < kLater) return;

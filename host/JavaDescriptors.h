@@ -19,12 +19,13 @@ class JavaDescriptors {
   /// @param javaLibrary the path of libjvm.so, below the Java home
   static void Begin(const std::string& javaLibrary);
 
-  /// Marks what has come since. Nothing is done before `Begin`. Safe on any thread.
-  static void Mark();
+  /// Marks what has come since. Nothing is done before `Begin`, and what there is no memory for
+  /// waits for the next time. Safe on any thread.
+  static void Mark() noexcept;
 
   /// As `Mark`, now and then: often at first, when Java opens the most, and later at most once per
   /// second.
-  static void MarkNowAndThen();
+  static void MarkNowAndThen() noexcept;
 };
 
 }  // namespace chartbridge

@@ -17,8 +17,12 @@ bool IsDefault(int signal) {
 int JavaWakeSignal() { return SIGRTMAX - 2; }
 
 int FreeSuspendSignal() {
+  // One that is read by signalfd or sigwait is blocked and has the default action.
+  sigset_t blocked;
+  pthread_sigmask(SIG_SETMASK, nullptr, &blocked);
   for (int signal = SIGRTMAX; signal >= SIGRTMIN; --signal) {
-    if (signal != JavaWakeSignal() && IsDefault(signal)) return signal;
+    const bool isRead = sigismember(&blocked, signal) == 1;
+    if (signal != JavaWakeSignal() && !isRead && IsDefault(signal)) return signal;
   }
   return 0;
 }

@@ -9,8 +9,8 @@ namespace chartbridge {
 int JavaWakeSignal();
 
 /// The signal by which the JVM is to stop its threads for a moment, where nobody has chosen one:
-/// the last real-time signal whose action is the default one and that Java has no other use for.
-/// 0 when there is none.
+/// the last real-time signal whose action is the default one, that the calling thread does not
+/// block and that Java has no other use for. 0 when there is none.
 int FreeSuspendSignal();
 
 }  // namespace chartbridge

@@ -178,8 +178,9 @@ std::string JvmLauncher::Archive() const {
 // The JVM, with the process otherwise as it was.
 jint JvmLauncher::CreateBesideHost(JavaVM** vm, JavaVMInitArgs& arguments) {
   const LocaleScope locale;
-  const SignalScope signals;
+  // Looks at the host's mask, which the next line changes.
   const SuspendSignal suspend;
+  const SignalScope signals;
   JavaDescriptors::Begin(_library);
   void* created = nullptr;
   const jint result = _create(vm, &created, &arguments);

@@ -14,6 +14,8 @@ sigset_t SignalsFromOutside() {
   for (const int own : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGTRAP, SIGSYS, JavaWakeSignal()}) {
     sigdelset(&signals, own);
   }
+  // Comes to the thread that has used up the time; where it is blocked, a profiler sees nothing.
+  sigdelset(&signals, SIGPROF);
   return signals;
 }
 

@@ -11,8 +11,9 @@ namespace chartbridge {
 /// run on the host's own threads.
 ///
 /// Signals that a thread gets by its own fault stay as they are, and so does the one by which Java
-/// wakes a thread of its own. At the end the mask is what it was, except for signals that the JVM
-/// has unblocked on this thread because it needs them (SIGSEGV and the like): those stay unblocked.
+/// wakes a thread of its own, and SIGPROF, by which profilers stop whichever thread computes. At
+/// the end the mask is what it was, except for signals that the JVM has unblocked on this thread
+/// because it needs them (SIGSEGV and the like): those stay unblocked.
 class SignalScope {
  public:
   SignalScope();

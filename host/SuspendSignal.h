@@ -10,6 +10,7 @@ namespace chartbridge {
 /// The JVM takes the number from the environment variable `_JAVA_SR_SIGNUM` and from nowhere else.
 /// Where the variable is set already, somebody has chosen, and nothing happens. Otherwise the
 /// process has it for the life of the object, and the environment that it had before afterwards.
+/// The signal is chosen by the calling thread's mask, so the object comes before a `SignalScope`.
 /// Other threads may read the environment meanwhile. One that changes it at this very moment runs
 /// the risk that it always does.
 class SuspendSignal {

@@ -40,11 +40,11 @@ std::string Hex(unsigned long long value) {
 }
 
 // Signals that a thread gets by its own fault, that nobody can block, that the C library keeps for
-// itself (32 and 33), and the two by which Java stops and wakes its own threads, whose handlers are
-// Java's.
+// itself (32 and 33), the two by which Java stops and wakes its own threads, whose handlers are
+// Java's, and the profilers'.
 bool IsOfThread(int signal) {
-  const std::set<int> signals{SIGSEGV, SIGBUS,  SIGFPE, SIGILL, SIGTRAP,      SIGSYS,
-                              SIGKILL, SIGSTOP, 32,     33,     SIGRTMAX - 2, SIGRTMAX};
+  const std::set<int> signals{SIGSEGV, SIGBUS,  SIGFPE, SIGILL, SIGTRAP,      SIGSYS,  SIGKILL,
+                              SIGSTOP, SIGPROF, 32,     33,     SIGRTMAX - 2, SIGRTMAX};
   return signals.count(signal) != 0;
 }
 
