@@ -16,15 +16,25 @@ namespace chartbridge {
 class DefaultOptions {
  public:
   /// `given`: the options of the host and of the user. Those that the JVM takes by itself, out of
-  /// JAVA_TOOL_OPTIONS, _JAVA_OPTIONS and files named by -XX:VMOptionsFile, are looked at as well.
+  /// JAVA_TOOL_OPTIONS, _JAVA_OPTIONS and files named by -XX:VMOptionsFile or -XX:Flags, are looked
+  /// at as well.
   explicit DefaultOptions(const std::vector<std::string>& given);
 
-  /// Whether `option` may be passed: nothing of its family is given.
+  /// Whether `option` may be passed: nothing of its family is given. An initial size of the heap
+  /// also holds beside a largest one that is not below it.
   bool Holds(const std::string& option) const;
 
+  /// Whether an archive of classes that the host names is passed: no other one is given, and the
+  /// JVM is not told to do without. -Xshare:auto, the JVM's own default, changes nothing.
+  bool TakesNamedArchive() const;
+
+  /// Whether an archive is searched for: nothing at all is said about archives.
+  bool SearchesArchive() const;
+
  private:
-  void Look(const std::string& option);
-  void LookInto(const std::string& text);
+  void Look(const std::vector<std::string>& options);
+  void LookIntoFile(const std::string& option);
+  void LookIntoFlags(const std::string& file);
 
   std::vector<std::string> _given;
 };

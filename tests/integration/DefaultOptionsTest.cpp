@@ -68,7 +68,7 @@ TEST(DefaultOptions, GiveWayToEveryCollector) {
 
 TEST(DefaultOptions, GiveWayToEveryHeapSize) {
   for (const char* given :
-       {"-Xmx1g", "-Xms8m", "-Xmn4m", "-XX:MaxHeapSize=1g", "-XX:InitialHeapSize=8m",
+       {"-Xmx8m", "-Xms8m", "-Xmn4m", "-XX:MaxHeapSize=8m", "-XX:InitialHeapSize=8m",
         "-XX:MinHeapSize=8m", "-XX:MaxRAM=1g", "-XX:MaxRAMPercentage=10",
         "-XX:InitialRAMPercentage=1", "-XX:MaxRAMFraction=8"}) {
     EXPECT_FALSE(Holds("-Xms16m", {given})) << given;
@@ -79,6 +79,37 @@ TEST(DefaultOptions, GiveWayToEveryHeapSize) {
   Check({{"-XX:MinHeapFreeRatio=20", "-XX:MaxHeapFreeRatio=80", false},
          {"-XX:MaxHeapFreeRatio=40", "-XX:MinHeapFreeRatio=80", false},
          {"-XX:MaxHeapFreeRatio=40", "-Xmx1g", true}});
+}
+
+// Without an initial size the JVM begins with a part of the machine's memory.
+TEST(DefaultOptions, KeepTheInitialSizeBesideALargerLimit) {
+  Check({{"-Xms16m", "-Xmx256m", true},
+         {"-Xms16m", "-Xmx16m", true},
+         {"-Xms16m", "-Xmx16384k", true},
+         {"-Xms16m", "-Xmx16777216", true},
+         {"-Xms16m", "-Xmx16777215", false},
+         {"-Xms16m", "-Xmx15m", false},
+         {"-Xms16m", "-Xmx2G", true},
+         {"-Xms16m", "-Xmx1T", true},
+         {"-Xms16m", "-XX:MaxHeapSize=64M", true},
+         {"-Xms16m", "-XX:MaxHeapSize=8M", false},
+         {"-XX:InitialHeapSize=16m", "-Xmx1g", true},
+         {"-XX:InitialHeapSize=16m", "-Xmx8m", false},
+         {"-Xmx256m", "-Xms16m", true},
+         {"-Xmx8m", "-Xms16m", false},
+         {"-Xmx256m", "-Xmx1g", false},
+         // Of what cannot be read, the JVM says what is wrong.
+         {"-Xms16m", "-Xmx", false},
+         {"-Xms16m", "-Xmxm", false},
+         {"-Xms16m", "-Xmx1x", false},
+         {"-Xms16m", "-Xmx1gg", false},
+         {"-Xms16m", "-Xmx-1g", false},
+         {"-Xms16m", "-Xmx99999999999999999999g", false},
+         {"-Xms16m", "-Xmx18446744073709551616", false},
+         {"-Xms16m", "-Xmx99999999999g", false},
+         {"-Xms16m", "-XX:MaxHeapSize", false}});
+  EXPECT_FALSE(Holds("-Xms16m", {"-Xmx8m", "-Xmx1g"}));
+  EXPECT_FALSE(Holds("-Xms16m", {"-Xmx1g", "-Xms4m"}));
 }
 
 TEST(DefaultOptions, GiveWayWithinTheirFamily) {
@@ -112,6 +143,25 @@ TEST(DefaultOptions, GiveWayToEveryArchive) {
   }
 }
 
+// -Xshare:auto is the JVM's own default: it turns off the search for an archive, and takes away
+// none that the host names.
+TEST(DefaultOptions, LeaveANamedArchiveUnlessThereIsAnother) {
+  for (const char* given : {"-Xshare:auto", "-Xshare:on", "-XX:+UseSharedSpaces"}) {
+    EXPECT_TRUE(DefaultOptions({given}).TakesNamedArchive()) << given;
+    EXPECT_FALSE(DefaultOptions({given}).SearchesArchive()) << given;
+  }
+  for (const char* given :
+       {"-Xshare:off", "-Xshare:dump", "-XX:SharedArchiveFile=x.jsa", "-XX:-UseSharedSpaces",
+        "-XX:ArchiveClassesAtExit=x.jsa", "-XX:+AutoCreateSharedArchive", "-XX:AOTCache=x.aot",
+        "-XX:AOTMode=off"}) {
+    EXPECT_FALSE(DefaultOptions({given}).TakesNamedArchive()) << given;
+    EXPECT_FALSE(DefaultOptions({given, "-Xshare:auto"}).TakesNamedArchive()) << given;
+    EXPECT_FALSE(DefaultOptions({given}).SearchesArchive()) << given;
+  }
+  EXPECT_TRUE(DefaultOptions({"-Xmx1g"}).TakesNamedArchive());
+  EXPECT_TRUE(DefaultOptions({"-Xmx1g"}).SearchesArchive());
+}
+
 // An option that no family names is one for itself.
 TEST(DefaultOptions, TakeOptionsThatAreNotInTheTable) {
   Check({{"-Dname=1", "-Dname=2", false},
@@ -131,6 +181,49 @@ TEST(DefaultOptions, LookAtWhatTheJvmReadsByItself) {
   std::ofstream(file) << "-Dx=y\n-XX:+UseG1GC\n";
   EXPECT_FALSE(Holds("-XX:+UseSerialGC", {"-XX:VMOptionsFile=" + file}));
   EXPECT_TRUE(Holds("-XX:+UseSerialGC", {"-XX:VMOptionsFile=/no/such/file"}));
+}
+
+TEST(DefaultOptions, LookAtFilesThatVariablesName) {
+  const TempFolder folder;
+  const std::string options = folder.Path() + "/options";
+  const std::string flags = folder.Path() + "/flags";
+  std::ofstream(options) << "-Dx=y\n-XX:+UseG1GC\n";
+  std::ofstream(flags) << "+UseG1GC\n";
+  for (const char* name : {"JAVA_TOOL_OPTIONS", "_JAVA_OPTIONS"}) {
+    for (const std::string& value : {"-Da=b -XX:VMOptionsFile=" + options, "-XX:Flags=" + flags}) {
+      const Variable variable(name, value.c_str());
+      EXPECT_FALSE(Holds("-XX:+UseSerialGC", {})) << name << "=" << value;
+      EXPECT_TRUE(Holds("-Xrs", {})) << name << "=" << value;
+    }
+  }
+}
+
+// Files of flags have names alone, and remarks.
+TEST(DefaultOptions, LookAtFilesOfFlags) {
+  const TempFolder folder;
+  const std::string file = folder.Path() + "/flags";
+  const std::string option = "-XX:Flags=" + file;
+  std::ofstream(file) << "# +UsePerfData\n-UseParallelGC MaxHeapSize=8m # +UseZGC\n"
+                         "+UseG1GC -DisableAttachMechanism";
+  EXPECT_FALSE(Holds("-XX:+UseSerialGC", {option}));
+  EXPECT_FALSE(Holds("-Xms16m", {option}));
+  EXPECT_FALSE(Holds("-XX:+DisableAttachMechanism", {option}));
+  EXPECT_TRUE(Holds("-XX:-UsePerfData", {option}));
+  std::ofstream(file) << "# +UseG1GC\nMaxHeapSize=1g # +UseZGC";
+  EXPECT_TRUE(Holds("-XX:+UseSerialGC", {option}));
+  const std::string options = folder.Path() + "/options";
+  std::ofstream(options) << option;
+  std::ofstream(file) << "+UseG1GC";
+  EXPECT_FALSE(Holds("-XX:+UseSerialGC", {"-XX:VMOptionsFile=" + options}));
+  EXPECT_TRUE(Holds("-XX:+UseSerialGC", {"-XX:Flags=/no/such/file"}));
+}
+
+// The JVM does not read a file of options out of another one.
+TEST(DefaultOptions, EndAtFilesThatNameThemselves) {
+  const TempFolder folder;
+  const std::string file = folder.Path() + "/options";
+  std::ofstream(file) << "-XX:VMOptionsFile=" + file;
+  EXPECT_TRUE(Holds("-XX:+UseSerialGC", {"-XX:VMOptionsFile=" + file}));
 }
 
 }  // namespace
