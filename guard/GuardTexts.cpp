@@ -98,18 +98,22 @@ const char* GetStringUTFChars(JNIEnv* env, jstring text, jboolean* isCopy) {
 }
 
 // Releasing text that was never obtained is what native code does after a failed Get, and needs no
-// exception of its own.
-void ReleaseStringChars(JNIEnv*, jstring, const jchar* chars) {
+// exception of its own. Another thread's env is counted here as everywhere.
+void ReleaseStringChars(JNIEnv* env, jstring, const jchar* chars) {
+  if (chars == nullptr) return;
+  OwnEnv(env);
   const char* function = "ReleaseStringChars";
-  if (chars == nullptr || FreeText(const_cast<jchar*>(chars), kUnits, function)) return;
+  if (FreeText(const_cast<jchar*>(chars), kUnits, function)) return;
   RefuseRelease(function);
 }
 
 void ReleaseStringUTFChars(JNIEnv* env, jstring text, const char* chars) {
+  if (chars == nullptr) return;
+  env = OwnEnv(env);
   const char* function = "ReleaseStringUTFChars";
-  if (chars == nullptr || FreeText(const_cast<char*>(chars), kModifiedUtf8, function)) return;
+  if (FreeText(const_cast<char*>(chars), kModifiedUtf8, function)) return;
   if (JvmTexts::Take(chars)) {
-    jvm.ReleaseStringUTFChars(OwnEnv(env), text, chars);
+    jvm.ReleaseStringUTFChars(env, text, chars);
     return;
   }
   RefuseRelease(function);
