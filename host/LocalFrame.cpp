@@ -2,7 +2,7 @@
 #include "host/LocalFrame.h"
 
 #include <algorithm>
-#include <memory>
+#include <new>
 #include <string>
 
 #include "host/DebugText.h"
@@ -35,18 +35,21 @@ struct LocalFrame::Frame {
   unsigned long long mark;
 };
 
-LocalFrame::LocalFrame(int capacity) : _frame(nullptr) {
+LocalFrame::LocalFrame(int capacity) noexcept : _frame(nullptr) {
   JNIEnv* env = RunningJvm::Attach();
   if (env == nullptr) return;
-  auto frame = std::make_unique<Frame>(Frame{env, GuardBuffers::Mark()});
+  // Nothing may leave this: a host that has no memory left draws without a frame.
+  auto* frame = new (std::nothrow) Frame{env, GuardBuffers::Mark()};
+  if (frame == nullptr) return;
   if (env->PushLocalFrame(std::clamp(capacity, 1, kMaxCapacity)) == JNI_OK) {
-    _frame = frame.release();
+    _frame = frame;
     return;
   }
   env->ExceptionClear();
+  delete frame;
 }
 
-LocalFrame::~LocalFrame() {
+LocalFrame::~LocalFrame() noexcept {
   if (_frame == nullptr) return;
   TellPendingException(_frame->env);
   GuardBuffers::FreeSince(_frame->mark);

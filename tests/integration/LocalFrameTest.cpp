@@ -6,8 +6,10 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
 #include <cstdlib>
 #include <cstring>
+#include <new>
 #include <string>
 #include <thread>
 #include <vector>
@@ -17,6 +19,27 @@
 #include "host/DebugOutput.h"
 #include "host/JvmSettings.h"
 #include "platform/TeskJVM.h"
+
+namespace {
+
+// While it is set, this thread gets no memory, here and in the libraries.
+thread_local bool noMemory = false;
+
+void* Memory(std::size_t size) { return noMemory ? nullptr : std::malloc(size == 0 ? 1 : size); }
+
+}  // namespace
+
+void* operator new(std::size_t size) {
+  void* memory = Memory(size);
+  if (memory == nullptr) throw std::bad_alloc();
+  return memory;
+}
+
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return Memory(size); }
+
+void operator delete(void* memory) noexcept { std::free(memory); }
+
+void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
 
 namespace chartbridge {
 namespace {
@@ -224,6 +247,32 @@ TEST_F(LocalFrameOnJvm, AnOutputThatThrowsEndsNothing) {
     env->ThrowNew(env->FindClass("java/lang/IllegalStateException"), "left behind");
   }
   EXPECT_EQ(env->ExceptionCheck(), JNI_FALSE);
+}
+
+TEST_F(LocalFrameOnJvm, DoesNothingWithoutMemory) {
+  noMemory = true;
+  bool isActive = true;
+  {
+    const LocalFrame frame;
+    isActive = frame.IsActive();
+  }
+  noMemory = false;
+  EXPECT_FALSE(isActive);
+}
+
+TEST_F(LocalFrameOnJvm, EndsWithoutMemory) {
+  const unsigned long long mark = jniguard_mark();
+  // So long that the end of the frame looks for files of Java's.
+  std::this_thread::sleep_for(std::chrono::milliseconds(1100));
+  {
+    const LocalFrame frame;
+    Embed();
+    env->ThrowNew(env->FindClass("java/lang/IllegalStateException"), "left behind");
+    noMemory = true;
+  }
+  noMemory = false;
+  EXPECT_EQ(env->ExceptionCheck(), JNI_FALSE);
+  EXPECT_EQ(jniguard_free_unreleased(mark), 0U);
 }
 
 }  // namespace
