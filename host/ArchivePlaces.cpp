@@ -47,13 +47,34 @@ bool IsOwn(const std::string& path, mode_t kind) {
          status.st_uid == geteuid() && (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
 }
 
-// Empty for a process that runs with more rights than its user has.
-std::string CacheFolder() {
+// Where the user's caches are. Empty for a process that runs with more rights than its user has.
+fs::path CacheHome() {
   const char* cache = secure_getenv("XDG_CACHE_HOME");
-  if (cache != nullptr && *cache == '/') return std::string(cache) + "/chartbridge";
+  if (cache != nullptr && *cache == '/') return cache;
   const char* home = secure_getenv("HOME");
-  if (home != nullptr && *home == '/') return std::string(home) + "/.cache/chartbridge";
+  if (home != nullptr && *home == '/') return fs::path(home) / ".cache";
   return {};
+}
+
+std::string CacheFolder() {
+  const fs::path caches = CacheHome();
+  return caches.empty() ? std::string() : (caches / "chartbridge").string();
+}
+
+bool OwnsFolder(const fs::path& folder) {
+  struct stat status {};
+  return stat(folder.c_str(), &status) == 0 && S_ISDIR(status.st_mode) &&
+         status.st_uid == geteuid();
+}
+
+// Root with the HOME of another user would make folders there that the user cannot enter.
+bool MakeCacheFolder() {
+  const fs::path caches = CacheHome();
+  std::error_code error;
+  if (!OwnsFolder(fs::exists(caches, error) ? caches : caches.parent_path())) return false;
+  mkdir(caches.c_str(), S_IRWXU);
+  mkdir(CacheFolder().c_str(), S_IRWXU);
+  return IsOwn(CacheFolder(), S_IFDIR);
 }
 
 }  // namespace
@@ -96,11 +117,7 @@ std::string ArchivePlaces::Find() const {
 
 std::string ArchivePlaces::InCache() const {
   const std::string file = CacheFile();
-  if (file.empty()) return {};
-  const std::string folder = CacheFolder();
-  mkdir(fs::path(folder).parent_path().c_str(), S_IRWXU);
-  mkdir(folder.c_str(), S_IRWXU);
-  return IsOwn(folder, S_IFDIR) ? file : std::string();
+  return !file.empty() && MakeCacheFolder() ? file : std::string();
 }
 
 std::string ArchivePlaces::CacheFile() const {

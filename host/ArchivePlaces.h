@@ -20,7 +20,7 @@ class ArchivePlaces {
   std::string Find() const;
 
   /// The file in the user's cache, which may be missing. Empty when the user has no cache, or when
-  /// others may write to it. The folder is made when it is missing.
+  /// others may write to it. The folder is made when it is missing, within folders of the user.
   std::string InCache() const;
 
   /// The jar by its real path; empty when it is none that an archive can be made for.

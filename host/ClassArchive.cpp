@@ -9,9 +9,10 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
+#include <cerrno>
+#include <chrono>
 #include <ctime>
+#include <exception>
 #include <filesystem>
 #include <string>
 #include <system_error>
@@ -20,9 +21,9 @@
 
 #include "host/ArchivePlaces.h"
 #include "host/DefaultOptions.h"
+#include "host/GivenOptions.h"
 #include "host/JvmLocator.h"
 #include "host/JvmSettings.h"
-#include "host/OptionText.h"
 
 namespace chartbridge {
 namespace {
@@ -34,12 +35,33 @@ constexpr unsigned kSecondsAtMost = 600;
 // For several JVMs and installations; those of JVMs that have gone are some 30 MB each.
 constexpr std::size_t kArchivesInCache = 4;
 
+// Makes room for one more, and clears away what processes left that were killed.
+void DropOldArchives(const fs::path& folder) {
+  std::vector<std::pair<fs::file_time_type, fs::path>> archives;
+  const auto abandoned = fs::file_time_type::clock::now() - std::chrono::seconds(kSecondsAtMost);
+  std::error_code error;
+  for (fs::directory_iterator at(folder, error); !error && at != fs::directory_iterator();
+       at.increment(error)) {
+    const fs::path path = at->path();
+    std::error_code unknown;
+    const auto time = fs::last_write_time(path, unknown);
+    if (unknown) continue;
+    if (path.extension() == ".jsa") archives.emplace_back(time, path);
+    if (path.extension() == ".part" && time < abandoned) fs::remove(path, unknown);
+  }
+  std::sort(archives.rbegin(), archives.rend());
+  for (std::size_t i = kArchivesInCache - 1; i < archives.size(); ++i) {
+    fs::remove(archives[i].second, error);
+  }
+}
+
 /// Makes one archive in processes of its own.
 class ArchiveMaking {
  public:
   ArchiveMaking(const ArchivePlaces& places, std::string target)
       : _target(std::move(target)),
-        _unfinished(_target + ".part"),
+        // Another process that took this one for dead must not write to the same file.
+        _unfinished(_target + "." + std::to_string(getpid()) + ".part"),
         _lock(_target + ".making"),
         _failed(_target + ".failed"),
         _arguments{places.Java(), "-Xshare:dump",
@@ -53,6 +75,7 @@ class ArchiveMaking {
 
   bool Begin() {
     if (access(_failed.c_str(), F_OK) == 0 || IsGoingOn()) return false;
+    DropOldArchives(fs::path(_target).parent_path());
     const pid_t first = fork();
     if (first < 0) return false;
     if (first == 0) {
@@ -123,39 +146,29 @@ class ArchiveMaking {
 };
 
 bool IsArchiveChosen(const JvmSettings& settings) {
-  if (!settings.sharedArchive.empty()) return true;
-  std::vector<std::string> given = settings.options;
-  const char* byUser = std::getenv("TESK_JVM_OPTIONS");
-  if (byUser != nullptr && !SplitOptions(byUser, given)) return true;
-  return !DefaultOptions(given).Holds("-Xshare:auto");
+  const GivenOptions given(settings);
+  return !settings.sharedArchive.empty() || !given.AreReadable() ||
+         !DefaultOptions(given.All()).SearchesArchive();
 }
 
-// Makes room for one more.
-void DropOldArchives(const fs::path& folder) {
-  std::vector<std::pair<fs::file_time_type, fs::path>> archives;
-  std::error_code error;
-  for (const auto& entry : fs::directory_iterator(folder, error)) {
-    if (entry.path().extension() == ".jsa") {
-      archives.emplace_back(entry.last_write_time(error), entry.path());
-    }
-  }
-  std::sort(archives.rbegin(), archives.rend());
-  for (std::size_t i = kArchivesInCache - 1; i < archives.size(); ++i) {
-    fs::remove(archives[i].second, error);
-  }
-}
-
-}  // namespace
-
-bool MakeClassArchive() {
+bool BeginToMake() {
   const JvmSettings settings = GetJvmSettings();
   if (settings.classPath.empty() || IsArchiveChosen(settings)) return false;
   const ArchivePlaces places(LocateJvm(settings.javaHome).library, settings.classPath.front());
   if (places.Jar().empty() || !places.Find().empty()) return false;
   const std::string target = places.InCache();
   if (target.empty() || access(places.Java().c_str(), X_OK) != 0) return false;
-  DropOldArchives(fs::path(target).parent_path());
   return ArchiveMaking(places, target).Begin();
+}
+
+}  // namespace
+
+bool MakeClassArchive() noexcept {
+  try {
+    return BeginToMake();
+  } catch (const std::exception&) {
+    return false;
+  }
 }
 
 }  // namespace chartbridge

@@ -6,8 +6,8 @@ namespace chartbridge {
 
 /// Begins to make a class-data-sharing archive in the user's cache folder
 /// (`$XDG_CACHE_HOME/chartbridge`, else `~/.cache/chartbridge`), for the JVM and the class path of
-/// the present settings. `TeskJVM::StartJVM` of later processes finds it and starts in about half
-/// the time.
+/// the present settings. `TeskJVM::StartJVM` of later processes finds it and starts faster;
+/// docs/performance.md has measurements.
 ///
 /// The work is done by processes of their own, at the lowest priority, which may outlive this one;
 /// the call returns at once. They take some seconds of one processor and some 200 MB, once: nothing
@@ -16,8 +16,9 @@ namespace chartbridge {
 /// `JvmSettings::sharedArchive` or an option of the host or the user says which archive to use, or
 /// when the first entry of the class path is no jar with a list of classes beside it.
 ///
-/// True when the work has begun. Safe on any thread, before and after the JVM's start.
-bool MakeClassArchive();
+/// True when the work has begun; false also when anything is in its way, as a program does its work
+/// without an archive. Safe on any thread, before and after the JVM's start.
+bool MakeClassArchive() noexcept;
 
 }  // namespace chartbridge
 

@@ -124,54 +124,59 @@ bool JvmLauncher::LoadLibrary() {
 }
 
 bool JvmLauncher::CollectOptions() {
-  std::vector<std::string> given = _settings.options;
-  if (!SplitOptions(Environment("TESK_JVM_OPTIONS"), given)) {
+  const GivenOptions given(_settings);
+  if (!given.AreReadable()) {
     _error = "cannot start Java: TESK_JVM_OPTIONS has an open quote or ends in a backslash";
     return false;
   }
-  for (const std::string& option : given) {
+  for (const std::string& option : given.Firm()) {
     if (!IsClassPathOfCommand(option)) continue;
     _error = "cannot start Java: " + option +
              " is an option of the java command alone; the environment variable TESK_CLASSPATH "
              "adds to the class path";
     return false;
   }
-  const DefaultOptions defaults(given);
-  AddDefaults(defaults);
-  AddArchive(defaults);
+  AddDefaults(given);
+  AddArchive(DefaultOptions(given.All()));
   const std::string classPath = ClassPathOption(_settings.classPath);
   if (!classPath.empty()) _options.push_back(classPath);
-  _options.insert(_options.end(), given.begin(), given.end());
+  _options.insert(_options.end(), given.Firm().begin(), given.Firm().end());
   return true;
 }
 
-void JvmLauncher::AddDefaults(const DefaultOptions& defaults) {
-  std::vector<std::string> options = _settings.defaultOptions;
-  if (_settings.leaveSignalsToHost) options.push_back("-Xrs");
+// The library's make way for the host's, and both for firm ones. The host's are not compared with
+// each other: whether they fit together is the JVM's to say.
+void JvmLauncher::AddDefaults(const GivenOptions& given) {
+  std::vector<std::string> library = given.LibraryDefaults();
+  if (_settings.leaveSignalsToHost) library.push_back("-Xrs");
   // A warning about a method that is bound again: see host/JavaThreadStart.h.
-  options.push_back("-Xlog:jni+resolve=off");
-  if (Environment("DISPLAY").empty()) options.push_back("-Djava.awt.headless=true");
-  for (const std::string& option : options) {
-    if (defaults.Holds(option)) _options.push_back(option);
+  library.push_back("-Xlog:jni+resolve=off");
+  if (Environment("DISPLAY").empty()) library.push_back("-Djava.awt.headless=true");
+  const DefaultOptions besideAll(given.All());
+  for (const std::string& option : library) {
+    if (besideAll.Holds(option)) _options.push_back(option);
+  }
+  const DefaultOptions besideFirm(given.Firm());
+  for (const std::string& option : given.HostDefaults()) {
+    if (besideFirm.Holds(option)) _options.push_back(option);
   }
 }
 
 void JvmLauncher::AddArchive(const DefaultOptions& defaults) {
-  const std::string archive = Archive();
-  const std::string option = "-XX:SharedArchiveFile=" + archive;
-  if (!defaults.Holds(option) || access(archive.c_str(), R_OK) != 0) return;
-  _options.push_back(option);
-  _options.push_back("-Xshare:auto");
+  const std::string archive = Archive(defaults);
+  if (archive.empty() || access(archive.c_str(), R_OK) != 0) return;
+  _options.push_back("-XX:SharedArchiveFile=" + archive);
   // An archive that does not fit is no news to a user: everything works, only the start is slower.
-  for (const char* silence : {"-Xlog:cds=off", "-Xlog:cds+dynamic=off"}) {
+  for (const char* silence : {"-Xshare:auto", "-Xlog:cds=off", "-Xlog:cds+dynamic=off"}) {
     if (defaults.Holds(silence)) _options.push_back(silence);
   }
 }
 
-std::string JvmLauncher::Archive() const {
-  if (!_settings.sharedArchive.empty() || _settings.classPath.empty()) {
-    return _settings.sharedArchive;
+std::string JvmLauncher::Archive(const DefaultOptions& defaults) const {
+  if (!_settings.sharedArchive.empty()) {
+    return defaults.TakesNamedArchive() ? _settings.sharedArchive : std::string();
   }
+  if (_settings.classPath.empty() || !defaults.SearchesArchive()) return {};
   return ArchivePlaces(_library, _settings.classPath.front()).Find();
 }
 

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "host/DefaultOptions.h"
+#include "host/GivenOptions.h"
 #include "host/GuardLibrary.h"
 #include "host/JvmSettings.h"
 
@@ -31,9 +32,9 @@ class JvmLauncher {
 
   bool LoadLibrary();
   bool CollectOptions();
-  void AddDefaults(const DefaultOptions& defaults);
+  void AddDefaults(const GivenOptions& given);
   void AddArchive(const DefaultOptions& defaults);
-  std::string Archive() const;
+  std::string Archive(const DefaultOptions& defaults) const;
   JavaVM* Create();
   jint CreateBesideHost(JavaVM** vm, JavaVMInitArgs& arguments);
   JavaVM* Existing() const;

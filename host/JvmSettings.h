@@ -52,8 +52,11 @@ struct JvmSettings {
   /// Options that hold until `options`, `TESK_JVM_OPTIONS` or the JVM's own variables
   /// (`JAVA_TOOL_OPTIONS`, `_JAVA_OPTIONS`) say otherwise: each is left out as soon as one of them
   /// has an option for the same thing, under whatever name. So `-XX:+UseG1GC` replaces the serial
-  /// collector, and `-Xmx1g` whatever is set here about the size of the heap. Set before
-  /// `DefaultJvmOptions`; a host replaces, empties or extends them.
+  /// collector, and `-Xmx8m` the initial size of the heap, which `-Xmx1g` leaves as it is.
+  ///
+  /// The list begins with `DefaultJvmOptions()`. What a host adds replaces members of
+  /// `DefaultJvmOptions()` for the same thing; members that it adds have to fit together. It may
+  /// empty or replace the list.
   std::vector<std::string> defaultOptions = DefaultJvmOptions();
 
   /// A Java home to use. Empty: `JAVA_HOME`, else the JVM of the `java` on the path, else the
@@ -76,7 +79,9 @@ struct JvmSettings {
   /// A class-data-sharing archive that shortens the start. Used when it fits the JVM and the class
   /// path, ignored in silence otherwise. Empty: the one that was made for this JVM and the first
   /// jar of `classPath`, which lies beside that jar or in the user's cache (`MakeClassArchive`);
-  /// where there is none, the JVM's own. An option such as `-Xshare:auto` turns the search off.
+  /// where there is none, the JVM's own. Any option about archives, also `-Xshare:auto`, turns the
+  /// search off. An archive that is named here makes way only for one that an option names, and for
+  /// options with which the JVM uses none, such as `-Xshare:off`.
   std::string sharedArchive;
 
   /// Whether `-Xrs` is passed, so that the JVM leaves SIGHUP, SIGINT, SIGQUIT and SIGTERM to the
