@@ -82,7 +82,7 @@ std::uint64_t BytesOf(const std::string& size) {
   std::uint64_t bytes = 0;
   std::size_t at = 0;
   for (; at < size.size() && size[at] >= '0' && size[at] <= '9'; ++at) {
-    const std::uint64_t digit = size[at] - '0';
+    const auto digit = static_cast<std::uint64_t>(size[at] - '0');
     if (bytes > (most - digit) / 10) return 0;
     bytes = 10 * bytes + digit;
   }
