@@ -108,6 +108,8 @@ jint InstallOn(JavaVM* vm, JNIEnv* env) {
 
 // Attaches the calling thread for the time of the installation if nobody else has.
 jint InstallOnLiveJvm(JavaVM* vm) {
+  // The JVM computes in floating point while it attaches a thread, and nothing is replaced yet.
+  const TrapScope traps;
   void* env = nullptr;
   if (vm->GetEnv(&env, JNI_VERSION_1_8) == JNI_OK) return InstallOn(vm, static_cast<JNIEnv*>(env));
   const jint attached = vm->AttachCurrentThreadAsDaemon(&env, nullptr);

@@ -1,6 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "guard/FloatTraps.h"
 
+#ifndef __x86_64__
+#error \
+    "The guard knows the floating-point traps of x86-64 alone; chartbridge is for Linux on x86-64."
+#endif
+
 #include <xmmintrin.h>
 
 namespace chartbridge {
