@@ -133,6 +133,28 @@ void StartWithClasses(const std::string&) {
   Start(settings);
 }
 
+// With one more option at the end of the default ones.
+void StartWithDefault(const std::string& option) {
+  JvmSettings settings;
+  settings.defaultOptions.push_back(option);
+  settings.message = [](const std::string& message) { Show("message", message); };
+  Start(settings);
+}
+
+void StartWithNamedArchive(const std::string& archive) {
+  JvmSettings settings;
+  settings.sharedArchive = archive;
+  Start(settings);
+}
+
+// An archive that the settings name, beside one that the host's default options do.
+void StartWithTwoArchives(const std::string& archive) {
+  JvmSettings settings;
+  settings.sharedArchive = archive;
+  settings.defaultOptions.push_back("-XX:SharedArchiveFile=" + archive + ".other");
+  Start(settings);
+}
+
 void ShowDefaults(const std::string&) {
   JvmSettings settings = Quiet();
   settings.defaultOptions = {"-Dprobe.first=default", "-Dprobe.second=default"};
@@ -347,6 +369,9 @@ const std::map<std::string, Case> kCases = {
     {"StartWithArchive", StartWithArchive},
     {"ShowProperty", ShowProperty},
     {"StartWithClasses", StartWithClasses},
+    {"StartWithDefault", StartWithDefault},
+    {"StartWithNamedArchive", StartWithNamedArchive},
+    {"StartWithTwoArchives", StartWithTwoArchives},
     {"ShowDefaults", ShowDefaults},
     {"BeforeStart", BeforeStart},
     {"StartOnManyThreads", StartOnManyThreads},

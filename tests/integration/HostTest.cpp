@@ -6,6 +6,8 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <regex>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -42,6 +44,29 @@ void Expect(const ChildResult& result, const std::string& output) {
 
 std::string Started(const std::string& home) {
   return "started=1\nagain=1\nguard=1\nhome=" + home + "\n";
+}
+
+std::vector<std::string> JavaHomes() {
+  std::vector<std::string> homes{DefaultJavaHome()};
+  if (!OtherJavaHome().empty()) homes.push_back(OtherJavaHome());
+  return homes;
+}
+
+// The JVM's own word on its settings, in a probe that starts it: "UseSerialGC=true" and so on, for
+// those that were given as options. It prints "bool UseSerialGC = true {product} {command line}".
+std::set<std::string> Flags(const std::string& home, const std::vector<std::string>& probe,
+                            const std::string& options = "", Environment environment = {}) {
+  environment["JAVA_HOME"] = home;
+  environment["TESK_JVM_OPTIONS"] = "-XX:+PrintFlagsFinal " + options;
+  const ChildResult result = Probe(probe, environment);
+  EXPECT_EQ(result.output, "started=1\n") << home << " " << options;
+  static const std::regex kFlag(R"((\w+) += +(\S*) +\{[^}]*\} +\{(command line|environment)\})");
+  std::set<std::string> flags;
+  for (std::sregex_iterator at(result.errors.begin(), result.errors.end(), kFlag), end; at != end;
+       ++at) {
+    flags.insert((*at)[1].str() + "=" + (*at)[2].str());
+  }
+  return flags;
 }
 
 TEST(JvmStart, UsesJavaHome) { Expect(Probe({"PlainStart"}), Started(DefaultJavaHome())); }
@@ -179,9 +204,7 @@ TEST(JvmOptions, RefusesOpenQuote) {
 
 // The default collector, heap and the like make way, or the JVM would not start.
 TEST(JvmOptions, UserReplacesDefaults) {
-  std::vector<std::string> homes{DefaultJavaHome()};
-  if (!OtherJavaHome().empty()) homes.push_back(OtherJavaHome());
-  for (const std::string& home : homes) {
+  for (const std::string& home : JavaHomes()) {
     for (const char* option :
          {"-XX:+UseG1GC", "-XX:+UseParallelGC", "-XX:+UseZGC", "-XX:-UseSerialGC", "-XX:-UseG1GC",
           "-Xms64m", "-Xmx8m", "-XX:MaxHeapSize=100m", "-XX:MaxRAMPercentage=3", "-Xmn3m",
@@ -191,6 +214,72 @@ TEST(JvmOptions, UserReplacesDefaults) {
       const Environment environment{{"JAVA_HOME", home}, {"TESK_JVM_OPTIONS", option}};
       EXPECT_EQ(Probe({"StartWithClasses"}, environment).output, "started=1\n") << home << option;
     }
+  }
+}
+
+// What a host that sets nothing gets, by the JVM's own word.
+TEST(JvmOptions, AreKindToAHostByDefault) {
+  for (const std::string& home : JavaHomes()) {
+    const std::set<std::string> flags = Flags(home, {"StartWithClasses"});
+    for (const char* flag : {"UseSerialGC=true", "InitialHeapSize=16777216", "MinHeapFreeRatio=20",
+                             "MaxHeapFreeRatio=40", "ShrinkHeapInSteps=false", "UsePerfData=false",
+                             "DisableAttachMechanism=true", "ReduceSignalUsage=true"}) {
+      EXPECT_EQ(flags.count(flag), 1U) << home << " " << flag;
+    }
+  }
+}
+
+// Without it the heap would begin with a part of the machine's memory.
+TEST(JvmOptions, ALimitKeepsTheInitialSize) {
+  for (const std::string& home : JavaHomes()) {
+    for (const char* limit : {"-Xmx256m", "-XX:MaxHeapSize=256m", "-Xmx16m"}) {
+      EXPECT_EQ(Flags(home, {"StartWithClasses"}, limit).count("InitialHeapSize=16777216"), 1U)
+          << home << " " << limit;
+    }
+    EXPECT_EQ(Flags(home, {"StartWithClasses"}, "-Xmx8m").count("InitialHeapSize=16777216"), 0U);
+  }
+}
+
+TEST(JvmOptions, TheHostsDefaultsReplaceTheLibrarys) {
+  const std::map<std::string, std::string> replaced{
+      {"-XX:+UseG1GC", "UseSerialGC=true"},
+      {"-Xmx8m", "InitialHeapSize=16777216"},
+      {"-XX:MinHeapFreeRatio=60", "MaxHeapFreeRatio=40"},
+      {"-XX:-ReduceSignalUsage", "ReduceSignalUsage=true"}};
+  for (const std::string& home : JavaHomes()) {
+    for (const auto& [option, flag] : replaced) {
+      const std::set<std::string> flags = Flags(home, {"StartWithDefault", option});
+      EXPECT_EQ(flags.count(flag), 0U) << home << " " << option;
+      EXPECT_EQ(flags.count("UsePerfData=false"), 1U) << home << " " << option;
+    }
+  }
+}
+
+TEST(JvmOptions, ANamedArchiveMakesWayForAnotherOneAlone) {
+  const TempFolder folder;
+  const std::string archive = folder.Path() + "/unfit.jsa";
+  std::ofstream(archive) << std::string(10000, 'x');
+  const std::string named = "SharedArchiveFile=" + archive;
+  for (const std::string& home : JavaHomes()) {
+    const std::vector<std::string> probe{"StartWithDefault", "-XX:SharedArchiveFile=" + archive};
+    EXPECT_EQ(Flags(home, probe).count(named), 1U) << home;
+    EXPECT_EQ(Flags(home, probe, "-Xshare:off").count(named), 0U) << home;
+    EXPECT_EQ(Flags(home, {"StartWithTwoArchives", archive}).count(named + ".other"), 1U) << home;
+  }
+}
+
+TEST(JvmStart, TakesTheNamedArchiveBesideTheJvmsOwnChoice) {
+  const TempFolder folder;
+  const std::string archive = folder.Path() + "/unfit.jsa";
+  std::ofstream(archive) << std::string(10000, 'x');
+  const std::string named = "SharedArchiveFile=" + archive;
+  for (const std::string& home : JavaHomes()) {
+    const std::vector<std::string> probe{"StartWithNamedArchive", archive};
+    EXPECT_EQ(Flags(home, probe).count(named), 1U) << home;
+    EXPECT_EQ(Flags(home, probe, "-Xshare:auto").count(named), 1U) << home;
+    EXPECT_EQ(Flags(home, probe, "-Xshare:off").count(named), 0U) << home;
+    const std::string other = folder.Path() + "/other.jsa";
+    EXPECT_EQ(Flags(home, probe, "-XX:SharedArchiveFile=" + other).count(named), 0U) << home;
   }
 }
 
