@@ -37,9 +37,10 @@ public final class Branches {
     if (size(conditions) > MOST_VALUES) {
       return true;
     }
+    NamedValues values = new NamedValues(tree.fields());
     for (int i = 0; i < conditions.size(); i++) {
       for (int j = i + 1; j < conditions.size(); j++) {
-        if (!apart(tree.fields(), conditions.get(i), conditions.get(j))) {
+        if (!apart(values, conditions.get(i), conditions.get(j))) {
           return true;
         }
       }
@@ -110,44 +111,48 @@ public final class Branches {
 
   /** Whether two predicates are never true at once. */
   static boolean apart(FieldCatalog fields, Predicate a, Predicate b) {
+    return apart(new NamedValues(fields), a, b);
+  }
+
+  private static boolean apart(NamedValues values, Predicate a, Predicate b) {
     if (a instanceof Constant constant) {
       return !constant.value() || b instanceof Constant other && !other.value();
     }
     if (b instanceof Constant) {
-      return apart(fields, b, a);
+      return apart(values, b, a);
     }
     if (a instanceof Compound first && first.join() == Join.SURROGATE
         && b instanceof Compound second && second.join() == Join.SURROGATE
-        && inStep(fields, first, second)) {
+        && inStep(values, first, second)) {
       return true;
     }
     if (a instanceof Compound compound) {
-      return compoundApart(fields, compound, b);
+      return compoundApart(values, compound, b);
     }
     if (b instanceof Compound compound) {
-      return compoundApart(fields, compound, a);
+      return compoundApart(values, compound, a);
     }
-    return field(a).equals(field(b)) && (noneOf(fields, a, b) || noneOf(fields, b, a)
-        || rangesApart(fields, a, b) || rangesApart(fields, b, a));
+    return field(a).equals(field(b)) && (noneOf(values, a, b) || noneOf(values, b, a)
+        || rangesApart(values, a, b) || rangesApart(values, b, a));
   }
 
-  private static boolean compoundApart(FieldCatalog fields, Compound compound, Predicate other) {
+  private static boolean compoundApart(NamedValues values, Compound compound, Predicate other) {
     return switch (compound.join()) {
-      case AND -> compound.parts().stream().anyMatch(part -> apart(fields, part, other));
+      case AND -> compound.parts().stream().anyMatch(part -> apart(values, part, other));
       case OR, SURROGATE ->
-          compound.parts().stream().allMatch(part -> apart(fields, part, other));
+          compound.parts().stream().allMatch(part -> apart(values, part, other));
       case XOR -> false;
     };
   }
 
   /** Surrogates that turn to the same fields in the same order, and say the opposite at each. */
-  private static boolean inStep(FieldCatalog fields, Compound a, Compound b) {
+  private static boolean inStep(NamedValues values, Compound a, Compound b) {
     boolean same = a.parts().size() == b.parts().size();
     for (int i = 0; same && i < a.parts().size(); i++) {
       Predicate left = a.parts().get(i);
       Predicate right = b.parts().get(i);
       same = field(left) != null && field(left).equals(field(right))
-          && apart(fields, left, right);
+          && apart(values, left, right);
     }
     return same;
   }
@@ -161,13 +166,13 @@ public final class Branches {
   }
 
   /** Whether {@code a} names all values for which it is true, and {@code b} is false for each. */
-  private static boolean noneOf(FieldCatalog fields, Predicate a, Predicate b) {
+  private static boolean noneOf(NamedValues values, Predicate a, Predicate b) {
     if (a instanceof Simple simple && simple.operator() == Operator.IS_MISSING) {
       // Missing values make every other comparison unknown.
       return !(b instanceof Simple other && other.operator() == Operator.IS_MISSING);
     }
-    List<String> values = named(a);
-    return values != null && values.stream().noneMatch(value -> holds(fields, b, value));
+    Set<String> named = values.of(a);
+    return named != null && named.stream().noneMatch(value -> holds(values, b, value));
   }
 
   /** The values for which a predicate is true, when it names them; else null. */
@@ -179,18 +184,25 @@ public final class Branches {
         ? membership.members() : null;
   }
 
-  /** Whether a predicate on one field is true for a value of it. */
-  private static boolean holds(FieldCatalog fields, Predicate predicate, String value) {
-    if (predicate instanceof Simple simple) {
-      return simple.operator().takesValue()
-          ? simple.operator().holds(fields.compare(simple.field(), value, simple.value()))
-              == Truth.TRUE
-          : simple.operator() == Operator.IS_NOT_MISSING;
+  /**
+   * Whether a predicate on one field is true for a value of it.
+   *
+   * @param value as {@link FieldCatalog#equality} gives it
+   */
+  private static boolean holds(NamedValues values, Predicate predicate, String value) {
+    Set<String> named = values.of(predicate);
+    if (named != null) {
+      return named.contains(value);
     }
-    Membership membership = (Membership) predicate;
-    boolean contained = membership.members().stream()
-        .anyMatch(member -> fields.compare(membership.field(), value, member) == 0);
-    return contained == membership.isIn();
+    Set<String> exceptions = values.exceptions(predicate);
+    if (exceptions != null) {
+      return !exceptions.contains(value);
+    }
+    Simple simple = (Simple) predicate;
+    return simple.operator().takesValue()
+        ? simple.operator().holds(values.fields().compare(simple.field(), value, simple.value()))
+            == Truth.TRUE
+        : simple.operator() == Operator.IS_NOT_MISSING;
   }
 
   private static boolean isBelow(Predicate predicate) {
@@ -208,20 +220,21 @@ public final class Branches {
     return operator == Operator.LESS_OR_EQUAL || operator == Operator.GREATER_OR_EQUAL;
   }
 
-  private static boolean rangesApart(FieldCatalog fields, Predicate low, Predicate high) {
+  private static boolean rangesApart(NamedValues values, Predicate low, Predicate high) {
     if (!isBelow(low) || !isAbove(high)) {
       return false;
     }
-    int order = bounds(fields, low, high);
+    int order = bounds(values, low, high);
     return order < 0 || order == 0 && !(holdsAtItsBound(low) && holdsAtItsBound(high));
   }
 
-  private static int bounds(FieldCatalog fields, Predicate a, Predicate b) {
-    return fields.compare(field(a), ((Simple) a).value(), ((Simple) b).value());
+  private static int bounds(NamedValues values, Predicate a, Predicate b) {
+    return values.fields().compare(field(a), ((Simple) a).value(), ((Simple) b).value());
   }
 
   /** Whether one of the predicates is true for every record without missing values. */
   static boolean cover(FieldCatalog fields, List<Predicate> conditions) {
+    NamedValues values = new NamedValues(fields);
     List<Predicate> deciding = new ArrayList<>();
     for (Predicate condition : conditions) {
       if (isAlways(condition)) {
@@ -234,9 +247,12 @@ public final class Branches {
     Set<String> seen = new HashSet<>();
     deciding.removeIf(predicate -> field(predicate) == null);
     for (Predicate predicate : deciding) {
+      if (!seen.add(field(predicate))) {
+        continue;
+      }
       List<Predicate> same = new ArrayList<>(deciding);
       same.removeIf(other -> !field(other).equals(field(predicate)));
-      if (seen.add(field(predicate)) && coverField(fields, field(predicate), same)) {
+      if (coverField(values, field(predicate), same)) {
         return true;
       }
     }
@@ -244,20 +260,20 @@ public final class Branches {
   }
 
   private static boolean coverField(
-      FieldCatalog fields, String field, List<Predicate> conditions) {
+      NamedValues values, String field, List<Predicate> conditions) {
     boolean small = size(conditions) <= MOST_VALUES;
     for (Predicate a : conditions) {
       if (a instanceof Simple simple && simple.operator() == Operator.IS_NOT_MISSING) {
         return true;
       }
-      List<String> exceptions = small ? exceptions(a) : null;
-      if (exceptions != null && exceptions.stream().allMatch(value ->
-              conditions.stream().anyMatch(other -> holds(fields, other, value)))) {
+      Set<String> exceptions = small ? values.exceptions(a) : null;
+      if (exceptions != null
+          && exceptions.stream().allMatch(value -> holdsOne(values, conditions, value))) {
         return true;
       }
       for (Predicate b : small ? conditions : List.<Predicate>of()) {
         if (isBelow(a) && isAbove(b)) {
-          int order = bounds(fields, b, a);
+          int order = bounds(values, b, a);
           if (order < 0 || order == 0 && (holdsAtItsBound(a) || holdsAtItsBound(b))) {
             return true;
           }
@@ -270,21 +286,16 @@ public final class Branches {
       if (named(condition) == null) {
         others.add(condition);
       } else {
-        known.addAll(identities(fields, field, named(condition)));
+        known.addAll(identities(values.fields(), field, named(condition)));
       }
     }
-    Set<String> values = fields.categories(field);
-    return !values.isEmpty() && values.stream().allMatch(value ->
-        known.contains(fields.identity(field, value))
-            || small && others.stream().anyMatch(condition -> holds(fields, condition, value)));
+    Set<String> categories = values.fields().categories(field);
+    return !categories.isEmpty() && categories.stream().allMatch(category ->
+        known.contains(values.fields().identity(field, category))
+            || small && holdsOne(values, others, values.fields().equality(field, category)));
   }
 
-  /** The only values for which a predicate is false, when it names them; else null. */
-  private static List<String> exceptions(Predicate predicate) {
-    if (predicate instanceof Simple simple && simple.operator() == Operator.NOT_EQUAL) {
-      return List.of(simple.value());
-    }
-    return predicate instanceof Membership membership && !membership.isIn()
-        ? membership.members() : null;
+  private static boolean holdsOne(NamedValues values, List<Predicate> conditions, String value) {
+    return conditions.stream().anyMatch(condition -> holds(values, condition, value));
   }
 }

@@ -12,6 +12,9 @@ import java.time.LocalTime;
  * number, but two strings.
  */
 final class ValueIdentity {
+  /** Longer texts are no numbers of use, and reading them takes the square of their length. */
+  private static final int MOST_DIGITS = 1000;
+
   private ValueIdentity() {}
 
   /** Whether values of a type are numbers; such are also the types that count days or seconds. */
@@ -44,7 +47,7 @@ final class ValueIdentity {
 
   /** Integers may have more digits than a double. */
   private static String integer(String text) {
-    return new BigDecimal(text).stripTrailingZeros().toString();
+    return text.length() > MOST_DIGITS ? text : new BigDecimal(text).stripTrailingZeros().toString();
   }
 
   private static String truth(String text) {

@@ -6,6 +6,7 @@ import static org.junit.jupiter.api.Assertions.assertNull;
 import static org.junit.jupiter.api.Assertions.assertTrue;
 
 import com.tesk.charteditor.ChartImager;
+import com.tesk.treemodeleditor.TreeImager;
 import com.tesk.vizconverter.VizConverter;
 import java.lang.management.ManagementFactory;
 import java.lang.management.ThreadMXBean;
@@ -68,5 +69,60 @@ class LargeInputsTest {
   void labelsOfManyWords() {
     String data = "a,b\n" + "x ".repeat(1_000_000) + ",1\n";
     quick(() -> render("draw bar: x a, y b", data));
+  }
+
+  private static String model(String field, String tree) {
+    return "<PMML xmlns=\"http://www.dmg.org/PMML-4_4\" version=\"4.4\"><DataDictionary>" + field
+        + "<DataField name=\"t\" optype=\"categorical\" dataType=\"string\"/></DataDictionary>"
+        + "<TreeModel functionName=\"classification\"><MiningSchema>"
+        + "<MiningField name=\"t\" usageType=\"target\"/></MiningSchema>" + tree
+        + "</TreeModel></PMML>";
+  }
+
+  private static void draw(String model) {
+    new TreeImager().renderToMemory(model.getBytes(UTF_8), null, 5, 100);
+  }
+
+  private static String set(String operator, String members) {
+    return "<SimpleSetPredicate field=\"c\" booleanOperator=\"" + operator + "\">"
+        + "<Array type=\"string\">" + members + "</Array></SimpleSetPredicate>";
+  }
+
+  /** One node below the other, each with a branch for some values and one for all others. */
+  private static String splits(int count, String members) {
+    String others = "<Node score=\"B\">" + set("isNotIn", members) + "</Node>";
+    String inner = "<Node score=\"A\">" + set("isIn", members);
+    return "<Node score=\"A\"><True/>" + (others + inner).repeat(count) + "</Node>".repeat(count + 1);
+  }
+
+  @Test
+  void treesThatSplitByManyLevels() {
+    String values = IntStream.range(0, 1_500).mapToObj(i -> "<Value value=\"level " + i + "\"/>")
+        .collect(Collectors.joining());
+    String field = "<DataField name=\"c\" optype=\"categorical\" dataType=\"string\">" + values
+        + "</DataField>";
+    String members = "\"" + joined(1_000, "level ", "\" \"") + "\"";
+    quick(() -> draw(model(field, splits(30, members))));
+  }
+
+  @Test
+  void treesWithABranchForEachLevel() {
+    String field = "<DataField name=\"c\" optype=\"categorical\" dataType=\"string\"/>";
+    String members = "\"" + joined(990, "level ", "\" \"") + "\"";
+    String branches = IntStream.range(0, 1_000).mapToObj(i -> "<Node score=\"A\"><SimplePredicate"
+        + " field=\"c\" operator=\"equal\" value=\"level " + i + "\"/></Node>")
+        .collect(Collectors.joining());
+    String node = "<Node score=\"A\"><True/>" + branches + "<Node score=\"B\">"
+        + set("isNotIn", members) + "</Node></Node>";
+    quick(() -> draw(model(field, node)));
+  }
+
+  @Test
+  void numbersOfManyDigits() {
+    String digits = "7".repeat(1_000_000) + "0".repeat(1_000_000);
+    String field = "<DataField name=\"c\" optype=\"categorical\" dataType=\"integer\">"
+        + "<Value value=\"" + digits + "\"/></DataField>";
+    quick(() -> draw(model(field, "<Node score=\"A\"><True/><Node score=\"B\"><SimplePredicate"
+        + " field=\"c\" operator=\"equal\" value=\"" + digits + "\"/></Node></Node>")));
   }
 }

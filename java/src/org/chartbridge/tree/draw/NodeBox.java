@@ -9,7 +9,6 @@ import java.awt.geom.Line2D;
 import java.awt.geom.Rectangle2D;
 import java.awt.geom.RoundRectangle2D;
 import java.util.List;
-import org.chartbridge.tree.Branches;
 import org.chartbridge.tree.Embedded;
 import org.chartbridge.tree.NodeStatistics;
 import org.chartbridge.tree.Predicate;
@@ -146,7 +145,7 @@ final class NodeBox {
       details.wrapped(scene.embedded(inner), style.smallItalic, style.muted, maxWidth, 4);
     }
     details.wrapped(scene.remarks(node), style.smallItalic, style.muted, maxWidth, 4);
-    if (Branches.endsAt(scene.tree, node)) {
+    if (scene.endsAt(node)) {
       details.wrapped("predicts when no branch applies", style.smallItalic, style.muted, maxWidth,
           2);
     }

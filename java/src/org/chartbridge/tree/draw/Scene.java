@@ -32,6 +32,7 @@ final class Scene {
   /** All classes that have a colour, in the order of the colours. */
   private final List<String> palette;
   private final Map<String, Boolean> ordered = new HashMap<>();
+  private final Map<String, Boolean> ending = new HashMap<>();
   /** What measures in pixels are multiplied by: 1 for text of 12 pixels. */
   final double unit;
 
@@ -108,6 +109,11 @@ final class Scene {
     return ordered.computeIfAbsent(node.path(), path -> Branches.orderCounts(tree, node));
   }
 
+  /** Whether a record can end at a node that has branches, and be predicted there. */
+  boolean endsAt(TreeNode node) {
+    return ending.computeIfAbsent(node.path(), path -> Branches.endsAt(tree, node));
+  }
+
   int passing(TreeNode node) {
     return samples.passing(tree, node);
   }
@@ -136,7 +142,7 @@ final class Scene {
       values.put("Prediction", prediction);
     }
     putModel(node, values);
-    if (Branches.endsAt(tree, node)) {
+    if (endsAt(node)) {
       values.put("When no branch applies", "predicts here");
     }
     if (of.hasSpread()) {
