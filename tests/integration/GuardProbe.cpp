@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-// Runs one sequence of JNI calls on a real JVM: guard_probe <case> guarded|bare|agent [option for
-// the guard]
+// Runs one sequence of JNI calls on a real JVM: guard_probe <case> guarded|bare|agent|attach|traps
+// [option for the guard]
+#include <fenv.h>
+
 #include <cstdio>
 #include <string>
+#include <thread>
 
 #include "guard/jniguard.h"
 #include "host/JvmSettings.h"
@@ -57,6 +60,19 @@ bool Attach(JNIEnv* env, std::string& options) {
          jniguard_is_installed() == 1;
 }
 
+// On a thread that is not attached and computes with every trap there is.
+bool AttachUnderTraps(JNIEnv* env, const std::string& options) {
+  JavaVM* vm = nullptr;
+  if (env->GetJavaVM(&vm) != JNI_OK) return false;
+  bool isKept = false;
+  std::thread([&] {
+    feenableexcept(FE_ALL_EXCEPT);
+    const bool isIn = jniguard_install_with_options(vm, options.c_str()) == JNI_OK;
+    isKept = isIn && fegetexcept() == FE_ALL_EXCEPT;
+  }).join();
+  return isKept && jniguard_is_installed() == 1;
+}
+
 }  // namespace
 
 int main(int count, char** arguments) {
@@ -67,6 +83,7 @@ int main(int count, char** arguments) {
   if (!TeskJVM::GetInstance()->StartJVM()) return 3;
   JNIEnv* env = TeskJVM::GetInstance()->GetEnv();
   if (mode == "attach" && !Attach(env, options)) return 4;
+  if (mode == "traps" && !AttachUnderTraps(env, options)) return 4;
   ProbeCases().at(arguments[1])(env);
   ShowPending(env);
   ShowCaught();

@@ -457,7 +457,8 @@ TEST_P(GuardOptions, NamesUnknownOption) {
             "jniguard: GetArrayLength: the array or string is null\n");
 }
 
-INSTANTIATE_TEST_SUITE_P(All, GuardOptions, testing::Values("guarded", "agent", "attach"),
+// The last of them: from a thread that has floating-point traps enabled and is not attached.
+INSTANTIATE_TEST_SUITE_P(All, GuardOptions, testing::Values("guarded", "agent", "attach", "traps"),
                          [](const auto& each) { return each.param; });
 
 }  // namespace
