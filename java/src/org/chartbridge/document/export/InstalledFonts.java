@@ -71,7 +71,7 @@ final class InstalledFonts {
       int character, String language, Map<Integer, Typeface> found) {
     // What was good for other characters comes first, so that a text is set in few fonts.
     for (Typeface typeface : found.values().stream().distinct().toList()) {
-      if (typeface != null && typeface.faces().get(Font.PLAIN).draws(character)) {
+      if (typeface != null && suits(typeface.faces().get(Font.PLAIN), character)) {
         return typeface;
       }
     }
@@ -84,13 +84,18 @@ final class InstalledFonts {
       Arrays.sort(ranked, Comparator.comparingInt(
           face -> rank(face.name().toLowerCase(Locale.ROOT), preferred)));
       for (FontFace face : ranked) {
-        if (face.draws(character)) {
+        if (suits(face, character)) {
           return TYPEFACES.computeIfAbsent(
               "Installed " + file + " " + face.index(), name -> typeface(name, face));
         }
       }
     }
     return null;
+  }
+
+  /** A blank has no outline in any font. */
+  private static boolean suits(FontFace face, int character) {
+    return PageFonts.isBlank(character) ? face.has(character) : face.draws(character);
   }
 
   private static String name(Path file) {

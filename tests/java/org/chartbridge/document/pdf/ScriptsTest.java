@@ -127,6 +127,24 @@ class ScriptsTest {
     assertTrue(Files.size(pdf) < 300_000, "only the characters that are used are embedded");
   }
 
+  /** Blanks have no outline in any font, and some of them look to Java like letters. */
+  @Test
+  void setsWideBlanksAndWhatNobodySees() throws Exception {
+    String xml = Documents.xml(" language=\"ja\"", "<paragraph>\u3000\u6771\u3000\u4EAC a\u3000b"
+        + " \u3042\u3164\u3044 c\u3164d e\u2800f g\u1160h i\uFFA0j k\u034Fl"
+        + " \u845B\uDB40\uDD00\u57CE m\uFE0Fn \u767D\u180Bq o\u2003p</paragraph>"
+        + "<table><row><cell>\u8868\u3000\u3164\u8868</cell></row></table>");
+    String text = run("pdftotext", "-raw", pdf(xml), "-");
+    assertFalse(text.contains("#"), "nothing stands for what is missing: " + text);
+    for (String part : List.of("\u6771", "\u4EAC", "\u3042", "\u3044", "\u845B\u57CE", "mn",
+        "\u767Dq")) {
+      assertTrue(text.contains(part), part + " in " + text);
+    }
+    List<Word> words = words(folder.resolve("out.pdf"));
+    double size = 10;
+    assertEquals(MARGIN + size, find(words, "\u6771").left(), 2, "a blank as wide as a letter");
+  }
+
   @Test
   void takesSingleFontsOutOfCollections() throws Exception {
     Path single = org.chartbridge.image.FontFiles.find("DejaVuSans.ttf");
