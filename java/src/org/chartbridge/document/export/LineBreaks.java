@@ -16,7 +16,7 @@ import java.util.regex.Pattern;
 
 /**
  * Where a text may be broken into lines. Numbers and dates stay whole: half a number is another
- * number.
+ * number. Lists of numbers are broken behind their separators.
  */
 public final class LineBreaks {
   /** What may be broken where there is little room; each includes those before it. */
@@ -47,10 +47,14 @@ public final class LineBreaks {
   private static final String BETWEEN =
       "[.,:'\u2019/\\-\u2013\u2212\u066B\u066C\u00A0\u2009\u202F]";
 
+  private static final String BLANKS = " \u00A0\u2009\u202F";
+
+  // No part of what follows repeats without possession or a bound: it would take stack, or time by
+  // the square of the length.
   private static final String SIGNS = "[<>=~+\\-\u2212\u2013\u00B1\u2248\u2264\u2265#\\p{Sc}]";
-  private static final String NUMBER = "(?:(?<![\\p{L}\\p{Nd}_/])" + SIGNS + "+ ?)?[.,]?"
-      + "(?:(?<!\\p{Nd})\\p{Nd}{1,3}(?: \\p{Nd}{3}(?!\\p{Nd}))+|\\p{Nd}+)"
-      + "(?:" + BETWEEN + "{1,2}\\p{Nd}+)*(?:[eE][+\\-\u2212]?\\p{Nd}+)?"
+  private static final String NUMBER = "(?:(?<![\\p{L}\\p{Nd}_/])" + SIGNS + "{1,3} ?)?[.,]?"
+      + "(?:(?<!\\p{Nd})\\p{Nd}{1,3}(?: \\p{Nd}{3}(?!\\p{Nd}))++|\\p{Nd}++)"
+      + "(?:" + BETWEEN + "{1,2}\\p{Nd}++)*+(?:[eE][+\\-\u2212]?\\p{Nd}+)?"
       + "(?: ?[%\u2030\u00B0\\p{Sc}])?";
   private static final String ISO_TIME =
       "\\p{Nd}{4}-\\p{Nd}{2}-\\p{Nd}{2}T\\p{Nd}{2}:"
@@ -61,11 +65,18 @@ public final class LineBreaks {
   /** Running text has whole lines: a longer word or number leaves the page unless it is broken. */
   private static final int LONG_RUN = 60;
 
+  /** Numbers have at most so many groups of digits behind blanks; what has more is a list. */
+  private static final int MOST_GROUPS = 5;
+  /** So many characters have the longest numbers of more than two parts, and dates. */
+  private static final int LONGEST_NUMBER = 40;
+
   private final String text;
   private final int longWord;
   /** The places within numbers and dates: a bit is set when the character there belongs to the one
    * before it. */
   private final BitSet inside = new BitSet();
+  /** The places behind the separators of lists of numbers. */
+  private final BitSet inList = new BitSet();
   /** Where scripts without blanks can be broken. */
   private final BitSet betweenSigns = new BitSet();
   /** The same in texts so short that they are words. */
@@ -102,10 +113,46 @@ public final class LineBreaks {
     }
     Matcher whole = WHOLES.computeIfAbsent(language, LineBreaks::wholes).matcher(text);
     while (whole.find()) {
-      if (whole.end() - whole.start() <= longest) {
-        inside.set(whole.start() + 1, whole.end());
+      List<Integer> ends = isList(whole.start(), whole.end())
+          ? separators(whole.start(), whole.end()) : new ArrayList<>();
+      ends.forEach(inList::set);
+      ends.add(whole.end());
+      int start = whole.start();
+      for (int end : ends) {
+        if (end - start <= longest) {
+          inside.set(start + 1, end);
+        }
+        start = end;
       }
     }
+  }
+
+  /** Whether what looks like a number is several: rooms, keys, "1,2,3,4" and so on. */
+  private boolean isList(int start, int end) {
+    int groups = 0;
+    int parts = 0;
+    for (int place : separators(start, end)) {
+      parts++;
+      groups += BLANKS.indexOf(text.charAt(place - 1)) >= 0 ? 1 : 0;
+    }
+    return groups > MOST_GROUPS || parts > 1 && end - start > LONGEST_NUMBER;
+  }
+
+  /** The places behind what is between the digits, not behind signs in front and of exponents. */
+  private List<Integer> separators(int start, int end) {
+    List<Integer> places = new ArrayList<>();
+    boolean isBehindDigits = false;
+    for (int i = start + 1; i < end; i++) {
+      char before = text.charAt(i - 1);
+      if (Character.isDigit(before)) {
+        isBehindDigits = true;
+      } else if (Character.isLetter(before)) {
+        isBehindDigits = false;
+      } else if (isBehindDigits && Character.isDigit(text.charAt(i))) {
+        places.add(i);
+      }
+    }
+    return places;
   }
 
   private static Pattern wholes(Locale language) {
@@ -182,7 +229,8 @@ public final class LineBreaks {
       return false;
     }
     char before = text.charAt(place - 1);
-    if (before == ' ' || before == ZERO_WIDTH_SPACE || betweenSigns.get(place)) {
+    if (before == ' ' || before == ZERO_WIDTH_SPACE || betweenSigns.get(place)
+        || inList.get(place)) {
       return true;
     }
     return switch (detail) {
@@ -236,6 +284,11 @@ public final class LineBreaks {
   /** Whether a character belongs to the number or the date that the one before it belongs to. */
   public boolean isInside(int place) {
     return inside.get(place);
+  }
+
+  /** Whether a line may end there because a list of numbers may, which formatters do not know. */
+  public boolean isInList(int place) {
+    return inList.get(place);
   }
 
   /** Where the number or date that goes on at a place ends. */

@@ -97,8 +97,8 @@ final class InlineFo implements InlineVisitor {
         inside(i, text);
       } else {
         if (i > place && breaks.mayBreak(i, detail == null ? LineBreaks.Detail.ANYWHERE : detail)
-            && !breaks.mayBreak(i, LineBreaks.Detail.WORDS)
-            && (detail != null || !isSeparator(whole.charAt(i - 1)))) {
+            && (isUnknownList(i) || !breaks.mayBreak(i, LineBreaks.Detail.WORDS)
+                && (detail != null || !isSeparator(whole.charAt(i - 1))))) {
           text.append(ZERO_WIDTH_SPACE);
         }
         if (isOrdered(i)) {
@@ -123,6 +123,11 @@ final class InlineFo implements InlineVisitor {
       text.append(WORD_JOINER);
     }
     text.append(whole.charAt(i) == ' ' ? NO_BREAK_SPACE : whole.charAt(i));
+  }
+
+  /** The formatter breaks numbers at blanks only. */
+  private boolean isUnknownList(int place) {
+    return breaks.isInList(place) && whole.charAt(place - 1) != ' ';
   }
 
   private static boolean isSeparator(char c) {

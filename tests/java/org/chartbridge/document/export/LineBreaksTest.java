@@ -2,7 +2,10 @@
 package org.chartbridge.document.export;
 
 import static org.junit.jupiter.api.Assertions.assertEquals;
+import static org.junit.jupiter.api.Assertions.assertTrue;
 
+import java.util.ArrayList;
+import java.util.List;
 import java.util.Locale;
 import org.junit.jupiter.api.Test;
 import org.junit.jupiter.params.ParameterizedTest;
@@ -49,5 +52,58 @@ class LineBreaksTest {
     assertEquals(81, pieces("a".repeat(81), LineBreaks.Detail.PARTS).split("\\|").length);
     String number = "1".repeat(300);
     assertEquals(number, pieces(number, LineBreaks.Detail.ANYWHERE));
+  }
+
+  @ParameterizedTest
+  @ValueSource(strings = {",", ".", "-", "/", ":", ",-", " "})
+  void breaksListsOfNumbersBehindTheirSeparators(String separator) {
+    StringBuilder list = new StringBuilder("100");
+    for (int i = 101; i < 3000; i++) {
+      list.append(separator).append(i < 1000 ? i : 100 + i % 900);
+    }
+    for (LineBreaks.Detail detail : LineBreaks.Detail.values()) {
+      List<String> pieces = new LineBreaks(list.toString(), Locale.GERMAN).pieces(detail);
+      assertEquals(2900, pieces.size());
+      for (String piece : pieces) {
+        assertTrue(piece.matches("\\d{3}" + separator + "|\\d{3}"), piece);
+      }
+    }
+  }
+
+  @Test
+  void tellsListsFromNumbers() {
+    LineBreaks.Detail anywhere = LineBreaks.Detail.ANYWHERE;
+    assertEquals("1 234 567 890 123 456", pieces("1 234 567 890 123 456", anywhere));
+    assertEquals("101 |102 |103 |104 |105 |106 |107",
+        pieces("101 102 103 104 105 106 107", anywhere));
+    assertEquals("1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,", pieces(
+        "1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,", anywhere), "40 characters");
+    assertEquals("1,|2,|3,|4,|5,|6,|7,|8,|9,|10,|11,|12,|13,|14,|15,|16,|17",
+        pieces("1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,17", anywhere));
+    String decimal = "-0." + "1".repeat(60) + "e-17";
+    assertEquals(decimal, pieces(decimal, anywhere), "no list");
+    String signed = "- 101 102 103 104 105 106 107e-5 %";
+    assertEquals("- 101 |102 |103 |104 |105 |106 |107e-5 %", pieces(signed, anywhere));
+  }
+
+  @Test
+  void breaksListsInRunningTextToo() {
+    String list = "123456,".repeat(20) + "7";
+    LineBreaks breaks = LineBreaks.running(list, Locale.ENGLISH);
+    assertEquals(21, breaks.pieces(LineBreaks.Detail.WORDS).size());
+  }
+
+  @Test
+  void needsLittleOfTheStack() throws InterruptedException {
+    List<Throwable> thrown = new ArrayList<>();
+    Thread thread = new Thread(null, () -> {
+      for (String part : List.of("1,", "1.", "1:-", "123 ", "1 234 ", "-", "2024-01-01T10:00:")) {
+        new LineBreaks(part.repeat(30_000) + "1", Locale.GERMAN).pieces(LineBreaks.Detail.PARTS);
+      }
+    }, "small", 256 * 1024);
+    thread.setUncaughtExceptionHandler((where, what) -> thrown.add(what));
+    thread.start();
+    thread.join();
+    assertEquals(List.of(), thrown);
   }
 }
