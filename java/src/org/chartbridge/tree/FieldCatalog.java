@@ -21,6 +21,8 @@ public final class FieldCatalog {
   private final FieldCatalog outer;
   private final Map<String, Field> fields = new LinkedHashMap<>();
   private final Map<String, FieldUse> uses = new HashMap<>();
+  /** The places of the values that a field lists, by the field's name and their identity. */
+  private final Map<String, Map<String, Integer>> places = new HashMap<>();
 
   /** @param outer the catalog of the enclosing model, or null */
   public FieldCatalog(FieldCatalog outer) {
@@ -29,6 +31,18 @@ public final class FieldCatalog {
 
   public void add(Field field) {
     fields.put(field.name(), field);
+    Map<String, Integer> own = new HashMap<>();
+    int place = 0;
+    for (String value : field.valueLabels().keySet()) {
+      own.putIfAbsent(field.identity(value), place++);
+    }
+    places.put(field.name(), own);
+  }
+
+  /** Where a field lists a value, by the value's identity; null when it does not. */
+  private Integer place(Field field, String identity) {
+    return fields.containsKey(field.name()) || outer == null
+        ? places.get(field.name()).get(identity) : outer.place(field, identity);
   }
 
   /** The field of that name, or null. */
@@ -177,24 +191,43 @@ public final class FieldCatalog {
   /** Compares two values of a field the way the field's type asks for. */
   int compare(String name, String left, String right) {
     List<Field> chain = chain(name);
-    Double leftNumber = number(chain, left);
-    Double rightNumber = number(chain, right);
-    boolean numbers = chain.isEmpty() || isNumeric(name);
-    if (numbers && leftNumber != null && rightNumber != null) {
-      return Double.compare(leftNumber, rightNumber);
+    if (chain.isEmpty() || isNumeric(name)) {
+      Double leftNumber = number(chain, left);
+      Double rightNumber = leftNumber == null ? null : number(chain, right);
+      if (rightNumber != null) {
+        return Double.compare(leftNumber, rightNumber);
+      }
     }
     for (Field field : chain) {
-      if (field.identity(left).equals(field.identity(right))) {
+      String leftIdentity = field.identity(left);
+      String rightIdentity = field.identity(right);
+      if (leftIdentity.equals(rightIdentity)) {
         return 0;
       }
-      List<String> order = new ArrayList<>(field.valueLabels().keySet());
-      int a = order.indexOf(field.listed(left));
-      int b = order.indexOf(field.listed(right));
-      if (a >= 0 && b >= 0) {
-        return Integer.compare(a, b);
+      Integer leftPlace = place(field, leftIdentity);
+      Integer rightPlace = place(field, rightIdentity);
+      if (leftPlace != null && rightPlace != null) {
+        return Integer.compare(leftPlace, rightPlace);
       }
     }
     return left.compareTo(right);
+  }
+
+  /**
+   * A text that is equal for values that {@link #compare} finds equal, and that compares like them.
+   * Comparing many values with many goes through sets of these.
+   */
+  String equality(String name, String value) {
+    List<Field> chain = chain(name);
+    Double number = chain.isEmpty() || isNumeric(name) ? number(chain, value) : null;
+    if (number != null) {
+      return number.toString();
+    }
+    String text = value;
+    for (Field field : chain) {
+      text = field.identity(text);
+    }
+    return text;
   }
 
   /**

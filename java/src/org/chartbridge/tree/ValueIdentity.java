@@ -47,7 +47,8 @@ final class ValueIdentity {
 
   /** Integers may have more digits than a double. */
   private static String integer(String text) {
-    return text.length() > MOST_DIGITS ? text : new BigDecimal(text).stripTrailingZeros().toString();
+    return text.length() > MOST_DIGITS
+        ? text : new BigDecimal(text).stripTrailingZeros().toString();
   }
 
   private static String truth(String text) {

@@ -92,7 +92,8 @@ class LargeInputsTest {
   private static String splits(int count, String members) {
     String others = "<Node score=\"B\">" + set("isNotIn", members) + "</Node>";
     String inner = "<Node score=\"A\">" + set("isIn", members);
-    return "<Node score=\"A\"><True/>" + (others + inner).repeat(count) + "</Node>".repeat(count + 1);
+    return "<Node score=\"A\"><True/>" + (others + inner).repeat(count)
+        + "</Node>".repeat(count + 1);
   }
 
   @Test
