@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 package org.chartbridge.document.export;
 
-import java.awt.Font;
 import java.lang.Character.UnicodeScript;
 import java.nio.file.Path;
 import java.util.ArrayList;
@@ -15,7 +14,11 @@ import java.util.Map;
 import java.util.Set;
 import org.chartbridge.image.FontFiles;
 
-/** Finds fonts for characters that the usual ones lack. What was found is remembered. */
+/**
+ * Finds fonts for characters that the usual ones lack. What was found is remembered; it depends on
+ * the character and the language only, never on what other documents, or other parts of a document,
+ * were set in.
+ */
 final class InstalledFonts {
   /**
    * Scripts that come out right letter by letter, or that the formatter joins and orders. Others
@@ -40,6 +43,7 @@ final class InstalledFonts {
   private static final List<String> NOT_FOR_TEXT = List.of("bold", "italic", "oblique", "light",
       "thin", "black", "heavy", "medium", "condensed", "mono", "serif", "emoji", "symbol");
 
+  private static final Map<Path, Long> SIZES = new HashMap<>();
   private static final Map<Path, FontFace[]> FACES = new HashMap<>();
   private static final Map<String, Typeface> TYPEFACES = new HashMap<>();
   private static final Map<String, Map<Integer, Typeface>> FOUND = new HashMap<>();
@@ -54,7 +58,7 @@ final class InstalledFonts {
     Map<Integer, Typeface> found =
         FOUND.computeIfAbsent(key(language), key -> new HashMap<>());
     if (!found.containsKey(character)) {
-      found.put(character, isSet(character) ? search(character, key(language), found) : null);
+      found.put(character, isSet(character) ? search(character, key(language)) : null);
     }
     return found.get(character);
   }
@@ -67,17 +71,12 @@ final class InstalledFonts {
     return code.equals("zh") && traditional ? "zh-hant" : code;
   }
 
-  private static Typeface search(
-      int character, String language, Map<Integer, Typeface> found) {
-    // What was good for other characters comes first, so that a text is set in few fonts.
-    for (Typeface typeface : found.values().stream().distinct().toList()) {
-      if (typeface != null && suits(typeface.faces().get(Font.PLAIN), character)) {
-        return typeface;
-      }
-    }
+  private static Typeface search(int character, String language) {
     List<String> preferred = PREFERRED.getOrDefault(language, List.of());
     List<Path> files = new ArrayList<>(FontFiles.all());
-    files.sort(Comparator.comparingInt(file -> rank(name(file), preferred)));
+    // Of fonts that are as good, the largest has the most characters: a text is set in few fonts.
+    files.sort(Comparator.<Path>comparingInt(file -> rank(name(file), preferred))
+        .thenComparing(Comparator.comparingLong(InstalledFonts::size).reversed()));
     for (Path file : files) {
       FontFace[] faces = FACES.computeIfAbsent(file, FontFace::read);
       FontFace[] ranked = faces.clone();
@@ -96,6 +95,10 @@ final class InstalledFonts {
   /** A blank has no outline in any font. */
   private static boolean suits(FontFace face, int character) {
     return PageFonts.isBlank(character) ? face.has(character) : face.draws(character);
+  }
+
+  private static long size(Path file) {
+    return SIZES.computeIfAbsent(file, path -> path.toFile().length());
   }
 
   private static String name(Path file) {
