@@ -11,8 +11,13 @@ import com.tesk.vizconverter.VizConverter;
 import java.lang.management.ManagementFactory;
 import java.lang.management.ThreadMXBean;
 import java.nio.ByteBuffer;
+import java.util.List;
+import java.util.Locale;
 import java.util.stream.Collectors;
 import java.util.stream.IntStream;
+import org.chartbridge.chart.ChartException;
+import org.chartbridge.document.export.LineBreaks;
+import org.chartbridge.image.input.SvgPicture;
 import org.junit.jupiter.api.Test;
 
 /**
@@ -125,5 +130,30 @@ class LargeInputsTest {
         + "<Value value=\"" + digits + "\"/></DataField>";
     quick(() -> draw(model(field, "<Node score=\"A\"><True/><Node score=\"B\"><SimplePredicate"
         + " field=\"c\" operator=\"equal\" value=\"" + digits + "\"/></Node></Node>")));
+  @Test
+  void textOfManySigns() {
+    for (String text : List.of("-".repeat(50_000) + "a1", "1" + "-".repeat(50_000),
+        "1,".repeat(50_000), "1".repeat(50_000))) {
+      quick(() -> new LineBreaks(text, Locale.ENGLISH).pieces(LineBreaks.Detail.ANYWHERE));
+    }
+  }
+
+  private static void convert(String attributes) {
+    byte[] image = ("<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"10\" height=\"10\" "
+        + attributes + "/>").getBytes(UTF_8);
+    try {
+      SvgPicture.read(image);
+    } catch (ChartException e) {
+      // What it says of the value is tested elsewhere.
+    }
+  }
+
+  @Test
+  void imagesWithLongValues() {
+    for (String box : List.of("1".repeat(50_000), "0 0 1 " + "1".repeat(50_000) + "x",
+        ",".repeat(50_000), "0 " + ",".repeat(50_000) + "x", "1 ".repeat(50_000))) {
+      quick(() -> convert("viewBox=\"" + box + "\""));
+    }
+    quick(() -> convert("style=\"" + "a".repeat(50_000) + "\""));
   }
 }

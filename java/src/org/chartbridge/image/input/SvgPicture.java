@@ -8,8 +8,6 @@ import java.awt.geom.Dimension2D;
 import java.awt.image.BufferedImage;
 import java.io.UncheckedIOException;
 import java.lang.ref.WeakReference;
-import java.util.regex.Matcher;
-import java.util.regex.Pattern;
 import org.apache.batik.ext.awt.RenderingHintsKeyExt;
 import org.apache.batik.bridge.BridgeContext;
 import org.apache.batik.bridge.BridgeException;
@@ -32,9 +30,6 @@ import org.w3c.dom.Element;
 public final class SvgPicture {
   /** The size of an image that names none, as browsers have it. */
   private static final Dimension UNNAMED = new Dimension(300, 150);
-
-  private static final Pattern VIEW_BOX = Pattern.compile(
-      "\\s*\\S+[\\s,]+\\S+[\\s,]+([0-9.]+)[\\s,]+([0-9.]+)\\s*");
 
   static {
     LibraryLogs.silence();
@@ -135,17 +130,11 @@ public final class SvgPicture {
   }
 
   private static Dimension viewport(Element root) {
-    Matcher box = VIEW_BOX.matcher(root.getAttributeNS(null, "viewBox"));
-    if (!box.matches()) {
+    ViewBox box = ViewBox.parse(root.getAttributeNS(null, "viewBox"));
+    if (box == null || box.width() < 0 || box.height() < 0) {
       return UNNAMED;
     }
-    try {
-      double width = Double.parseDouble(box.group(1));
-      double height = Double.parseDouble(box.group(2));
-      return new Dimension((int) Math.ceil(width), (int) Math.ceil(height));
-    } catch (NumberFormatException e) {
-      return UNNAMED;
-    }
+    return new Dimension((int) Math.ceil(box.width()), (int) Math.ceil(box.height()));
   }
 
   private static Picture picture(Dimension2D size, GraphicsNode drawing) {

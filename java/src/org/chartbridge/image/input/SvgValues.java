@@ -16,12 +16,10 @@ final class SvgValues {
   private static final double LARGEST_RADIUS = 1000;
   private static final double LARGEST_ORDER = 50;
   private static final Pattern NUMBER =
-      Pattern.compile("[+-]?([0-9]+\\.?[0-9]*|\\.[0-9]+)([eE][+-]?[0-9]+)?");
-  private static final Pattern VIEW_BOX =
-      Pattern.compile("\\s*" + NUMBER + "([\\s,]+" + NUMBER + "){3}\\s*");
+      Pattern.compile("[+-]?([0-9]++(\\.[0-9]*+)?|\\.[0-9]++)([eE][+-]?[0-9]++)?");
   private static final Pattern RATIO =
       Pattern.compile("\\s*(defer\\s+)?(none|x(Min|Mid|Max)Y(Min|Mid|Max))(\\s+(meet|slice))?\\s*");
-  private static final Pattern DECLARATION = Pattern.compile("([a-z-]+)\\s*:\\s*([^;]*)");
+  private static final Pattern DECLARATION = Pattern.compile("(?<![a-z-])([a-z-]++)\\s*+:\\s*+([^;]*+)");
   private static final List<String> NOT_NEGATIVE =
       List.of("stroke-width", "stroke-dasharray", "font-size");
   private static final Set<String> LIT = Set.of("feDiffuseLighting", "feSpecularLighting");
@@ -44,8 +42,11 @@ final class SvgValues {
         checkNotNegative(element, "style", declaration.group(1), declaration.group(2));
       }
     }
-    checkForm(element, "viewBox", VIEW_BOX, "four numbers");
-    checkForm(element, "preserveAspectRatio", RATIO, "none, or one such as xMidYMid meet");
+    String box = element.attribute("viewBox");
+    checkForm(element, "viewBox", box == null || ViewBox.parse(box) != null, "four numbers");
+    String ratio = element.attribute("preserveAspectRatio");
+    checkForm(element, "preserveAspectRatio", ratio == null || RATIO.matcher(ratio).matches(),
+        "none, or one such as xMidYMid meet");
     switch (element.name()) {
       case "feMorphology" -> checkNumbers(element, "radius", LARGEST_RADIUS);
       case "feConvolveMatrix" -> checkNumbers(element, "order", LARGEST_ORDER);
@@ -76,11 +77,10 @@ final class SvgValues {
   }
 
   private static void checkForm(
-      XmlElement element, String attribute, Pattern form, String expected) {
-    String value = element.attribute(attribute);
-    if (value != null && !form.matcher(value).matches()) {
-      throw element.error(attribute, "found " + attribute + " \"" + shortened(value)
-          + "\", expected " + expected);
+      XmlElement element, String attribute, boolean isRight, String expected) {
+    if (!isRight) {
+      throw element.error(attribute, "found " + attribute + " \""
+          + shortened(element.attribute(attribute)) + "\", expected " + expected);
     }
   }
 
