@@ -76,8 +76,16 @@ public record Field(String name, String label, boolean continuous, String dataTy
     if (contains(domain.invalid(), value)) {
       return false;
     }
-    boolean restricted = continuous ? !domain.intervals().isEmpty() : !valueLabels.isEmpty();
-    return !restricted || listed(value) != null || continuous && inInterval(value);
+    return !isRestricted() || listed(value) != null || continuous && inInterval(value);
+  }
+
+  /** Whether there are values that the field cannot have. */
+  public boolean canBeInvalid() {
+    return !domain.invalid().isEmpty() || isRestricted();
+  }
+
+  private boolean isRestricted() {
+    return continuous ? !domain.intervals().isEmpty() : !valueLabels.isEmpty();
   }
 
   private boolean inInterval(String value) {

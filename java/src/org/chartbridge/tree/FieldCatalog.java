@@ -180,12 +180,31 @@ public final class FieldCatalog {
     };
   }
 
-  /** Whether the model has no result at all for a record with that value in the field's column. */
+  /**
+   * Whether the model has no result at all for a record with that value in the field's column.
+   *
+   * @param value null when it is missing
+   */
   boolean rejects(Field field, String value) {
     List<FieldUse> treatments = uses(field.name());
-    return value != null && !treatments.isEmpty()
-        && treatments.get(0).invalid() == FieldUse.Invalid.RETURN_INVALID
-        && !field.meansMissing(value) && !field.accepts(value);
+    if (treatments.isEmpty()) {
+      return false;
+    }
+    String current = value == null || field.meansMissing(value) ? null : value;
+    if (current != null && !field.accepts(current)) {
+      FieldUse outermost = treatments.get(0);
+      if (outermost.invalid() == FieldUse.Invalid.RETURN_INVALID) {
+        return true;
+      }
+      current = insteadOfInvalid(outermost, current);
+    }
+    for (FieldUse use : treatments) {
+      if (use.rejects(current)) {
+        return true;
+      }
+      current = use.treated(current);
+    }
+    return false;
   }
 
   /** Compares two values of a field the way the field's type asks for. */

@@ -165,6 +165,21 @@ class ForeignTreesTest {
   }
 
   @Test
+  void whatBecomesOfInvalidAndMissingValuesIsSaid() {
+    assertSays(joined("adjusted"), "An invalid region is read as missing.");
+    String text = new String(Models.odd("adjusted"), StandardCharsets.UTF_8);
+    String age = "name=\"age\" invalidValueTreatment=\"";
+    String changed = text.replace("name=\"age\"", age + "asValue\" invalidValueReplacement=\"50\""
+        + " missingValueTreatment=\"returnInvalid\" missingValueReplacement=\"7\"");
+    String said = String.join(" ", texts(svg(Models.utf8(changed), 1)));
+    assertSays(said, "An invalid age is read as 50.", "No prediction when age is missing.");
+    assertFalse(said.contains("is read as 7"), said);
+    assertSays(String.join(" ", texts(svg(
+        Models.utf8(text.replace("name=\"age\"", age + "asIs\"")), 1))),
+        "An invalid age is read as it is.");
+  }
+
+  @Test
   void membersOfAChainSayHowTheyCount() {
     List<String> texts = texts("chain", 0);
     assertSays(String.join(" ", texts), "A part without a prediction is left out",

@@ -157,6 +157,22 @@ class SamplePathsTest {
   }
 
   @Test
+  void recordsThatTheModelRejectsHaveNoWay() {
+    String text = new String(Models.odd("adjusted"), StandardCharsets.UTF_8)
+        .replace("\"log income\" operator", "\"income\" operator")
+        .replace("name=\"age\" outliers=\"asExtremeValues\"",
+            "name=\"age\" missingValueTreatment=\"returnInvalid\" outliers=\"asMissingValues\"");
+    String[] paths = {"1", "1.1", "1.2"};
+    // Missing, by another name, and what counts as missing because it is an outlier.
+    assertArrayEquals(new int[] {1, 1, 0}, passing(Models.read(text),
+        "age,income,region\n,5,north\n-99,5,north\n17,5,north\n20,5,north\n", paths));
+    String invalid = text.replace("missingValueTreatment",
+        "invalidValueTreatment=\"asMissing\" missingValueTreatment");
+    assertArrayEquals(new int[] {1, 1, 0}, passing(
+        Models.read(invalid), "age,income,region\n131,5,north\n20,5,north\n", paths));
+  }
+
+  @Test
   void waysThroughComputedFieldsAreNotGuessed() {
     TreeDocument document = PmmlReader.read(Models.odd("adjusted"));
     SamplePaths samples = SamplePaths.of(document, Models.utf8("age,region\n20,north\n"));

@@ -5,6 +5,7 @@ import java.util.ArrayList;
 import java.util.LinkedHashSet;
 import java.util.List;
 import java.util.Set;
+import org.chartbridge.tree.Field;
 import org.chartbridge.tree.FieldCatalog;
 import org.chartbridge.tree.FieldNeeds;
 import org.chartbridge.tree.FieldUse;
@@ -45,6 +46,7 @@ final class RemarkText {
     Set<String> names = new LinkedHashSet<>(needs.named());
     names.addAll(needs.sources().keySet());
     for (String name : names) {
+      addInvalid(texts, tree.fields(), name);
       for (FieldUse use : tree.fields().uses(name)) {
         add(texts, tree.fields(), name, use);
       }
@@ -57,7 +59,7 @@ final class RemarkText {
     if (shown.size() > LISTED) {
       int hidden = shown.size() - LISTED + 1;
       shown = new ArrayList<>(shown.subList(0, LISTED - 1));
-      shown.add(hidden + " more replacements of values are not listed.");
+      shown.add(hidden + " more treatments of values are not listed.");
     }
     if (!needs.computed().isEmpty()) {
       List<String> computed =
@@ -70,8 +72,36 @@ final class RemarkText {
     return shown;
   }
 
+  /**
+   * The model has no prediction for invalid values unless it says otherwise; as they are, they take
+   * the way that the conditions tell.
+   */
+  private void addInvalid(List<String> texts, FieldCatalog fields, String name) {
+    Field field = fields.find(name);
+    List<FieldUse> uses = fields.uses(name);
+    if (field == null || field.derived() || !field.canBeInvalid() || uses.isEmpty()) {
+      return;
+    }
+    // The outermost model decides; the others see what it passes on.
+    FieldUse use = uses.get(0);
+    String begin = "An invalid " + fields.label(name) + " is read as ";
+    boolean replaced = use.invalid() == FieldUse.Invalid.AS_VALUE
+        && use.invalidReplacement() != null;
+    if (replaced) {
+      texts.add(begin + value(fields.valueLabel(name, use.invalidReplacement())) + ".");
+    } else if (use.invalid() == FieldUse.Invalid.AS_MISSING
+        || use.invalid() == FieldUse.Invalid.AS_VALUE) {
+      texts.add(begin + "missing.");
+    } else if (use.invalid() == FieldUse.Invalid.AS_IS) {
+      texts.add(begin + "it is.");
+    }
+  }
+
   private void add(List<String> texts, FieldCatalog fields, String name, FieldUse use) {
     String label = fields.label(name);
+    if (use.rejectsMissing()) {
+      texts.add("No prediction when " + label + " is missing.");
+    }
     if (use.missingReplacement() != null) {
       String value = fields.valueLabel(name, use.missingReplacement());
       texts.add("A missing " + label + " is read as " + value(value) + ".");

@@ -44,8 +44,10 @@ final class MiningFieldReader {
     FieldUse.Invalid invalid =
         FieldUse.Invalid.values()[in.choice("invalidValueTreatment", 0, INVALID)];
     String invalidReplacement = in.attribute("invalidValueReplacement");
-    return new FieldUse(in.attribute("missingValueReplacement"), outliers,
-        in.number("lowValue", Double.NaN), in.number("highValue", Double.NaN), invalid,
-        invalidReplacement);
+    boolean rejectsMissing = "returnInvalid".equals(in.attribute("missingValueTreatment"));
+    // The other treatments only tell where the replacement comes from.
+    String replacement = rejectsMissing ? null : in.attribute("missingValueReplacement");
+    return new FieldUse(replacement, rejectsMissing, outliers, in.number("lowValue", Double.NaN),
+        in.number("highValue", Double.NaN), invalid, invalidReplacement);
   }
 }
