@@ -358,22 +358,29 @@ final class AxisData {
           + limitText(extent.max()) + ".", null);
     }
     if (kind != ScaleKind.LOG) {
-      checkRange(ends[0], ends[1]);
+      checkRange(extent, ends[0], ends[1]);
     }
     return AxisScale.continuous(kind, ends[0], ends[1], axis.reversed());
   }
 
   /** Beyond these, steps and margins are no numbers any more, or all the same number. */
-  private void checkRange(double low, double high) {
+  private void checkRange(Extent extent, double low, double high) {
     boolean large = Math.abs(low) > LARGEST || Math.abs(high) > LARGEST;
     if (!large && high - low >= SMALLEST_RANGE) {
       return;
     }
-    throw new ChartException("Axis " + name() + " would run from " + Formats.plain(low) + " to "
-        + Formats.plain(high) + "; "
-        + (large ? "numbers beyond 1e300 have no place on an axis"
-                 : "numbers that lie less than 1e-300 apart cannot be told apart")
-        + ". Choose another unit for them.");
+    String why = large ? "numbers beyond 1e300 have no place on an axis"
+        : "numbers that lie less than 1e-300 apart cannot be told apart";
+    // The ends have margins that nobody asked for; told is what the chart and the data give.
+    boolean given = axis.min() != null || axis.max() != null;
+    if (given) {
+      String from = axis.min() == null ? "" : " from " + limitText(axis.min());
+      String to = axis.max() == null ? "" : " to " + limitText(axis.max());
+      throw error(axis.min() != null ? "min" : "max", "it is to run" + from + to + "; " + why
+          + ". Choose another unit.", null);
+    }
+    throw new ChartException("Axis " + name() + ": its values run from " + limitText(extent.min())
+        + " to " + limitText(extent.max()) + "; " + why + ". Choose another unit for them.");
   }
 
   private String limitText(double value) {

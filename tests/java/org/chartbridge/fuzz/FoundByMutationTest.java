@@ -27,10 +27,10 @@ class FoundByMutationTest {
   @Test
   void numbersThatNoAxisCanShow() {
     String large = "; numbers beyond 1e300 have no place on an axis. Choose another unit for them.";
-    refused("Axis x would run from 0 to 1.04E+308" + large, "a,b\n0,1\n1e308,2\n");
-    refused("Axis y would run from -Infinity to Infinity" + large, "a,b\n0,1e308\n1,-1e308\n");
-    refused("Axis x would run from 0 to 2.08E-320; numbers that lie less than 1e-300 apart cannot be"
-        + " told apart. Choose another unit for them.",
+    refused("Axis x: its values run from 0 to 1E+308" + large, "a,b\n0,1\n1e308,2\n");
+    refused("Axis y: its values run from -1E+308 to 1E+308" + large, "a,b\n0,1e308\n1,-1e308\n");
+    refused("Axis x: its values run from 0 to 2E-320; numbers that lie less than 1e-300 apart"
+        + " cannot be told apart. Choose another unit for them.",
         "a,b\n1e-320,1\n2e-320,2\n0,3\n");
     for (String alone : new String[] {"1e-320", "4.9e-324", "0", "1e299"}) {
       assertTrue(points("a,b\n" + alone + ",1\n").length > 0, alone);
