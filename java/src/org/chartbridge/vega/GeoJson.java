@@ -28,7 +28,8 @@ public final class GeoJson {
   private static final List<String> GEOMETRIES = List.of("Point", "MultiPoint", "LineString",
       "MultiLineString", "Polygon", "MultiPolygon", "GeometryCollection");
   private static final ObjectMapper JSON =
-      JsonMapper.builder(SafeJson.factory()).enable(DeserializationFeature.FAIL_ON_TRAILING_TOKENS).build();
+      JsonMapper.builder(SafeJson.factory())
+          .enable(DeserializationFeature.FAIL_ON_TRAILING_TOKENS).build();
 
   private final int number;
   private final ArrayNode features = Json.array();
