@@ -22,14 +22,14 @@ import org.chartbridge.chart.ChartException;
  * seconds, and nothing on standard error, which belongs to the host.
  */
 final class FuzzRun implements AutoCloseable {
-  /** So much of a processor one input may cost; the clock on the wall says less on a busy machine. */
+  /** So much of a processor may one input cost; the clock on the wall says less when it is busy. */
   static final long MOST_CPU_SECONDS = 5;
 
   private static final long MOST_SECONDS = 120;
 
   /** How the classes say that they were not prepared for something. */
-  private static final Pattern FAULT =
-      Pattern.compile("by a fault of |failed unexpectedly|[a-z]\\.[A-Z][A-Za-z$]*(Exception|Error)\\b");
+  private static final Pattern FAULT = Pattern.compile("by a fault of |failed unexpectedly"
+      + "|too little stack|[a-z]\\.[A-Z][A-Za-z$]*(Exception|Error)\\b");
 
   /**
    * What became of one input.
