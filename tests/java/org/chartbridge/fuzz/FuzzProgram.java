@@ -5,7 +5,9 @@ import java.io.IOException;
 import java.io.PrintStream;
 import java.nio.file.Files;
 import java.nio.file.Path;
+import java.util.Comparator;
 import java.util.List;
+import java.util.stream.Stream;
 
 /**
  * Tries many mutations: {@code COUNT SEED SECONDS FOLDER [INPUT...]}. Failing inputs go into the
@@ -26,7 +28,7 @@ public final class FuzzProgram {
     long seconds = Long.parseLong(arguments[2]);
     Path folder = Files.createDirectories(Path.of(arguments[3]));
     List<String> names = List.of(arguments).subList(4, arguments.length);
-    Path work = Files.createTempDirectory("fuzz");
+    Path work = workFolder();
     List<FuzzTarget> targets = FuzzTargets.all(work).stream()
         .filter(target -> names.isEmpty() || names.contains(target.name())).toList();
     if (targets.isEmpty()) {
@@ -37,11 +39,28 @@ public final class FuzzProgram {
     System.exit(run(targets, count, seed, seconds, folder, System.out) == 0 ? 0 : 1);
   }
 
+  /** A folder for what is written; it goes when the process ends. */
+  private static Path workFolder() throws IOException {
+    Path folder = Files.createTempDirectory("fuzz");
+    Runtime.getRuntime().addShutdownHook(new Thread(() -> {
+      try (Stream<Path> paths = Files.walk(folder)) {
+        paths.sorted(Comparator.reverseOrder()).forEach(path -> path.toFile().delete());
+      } catch (IOException e) {
+        System.out.println("Left behind: " + folder + ": " + e.getMessage());
+      }
+    }));
+    return folder;
+  }
+
   private static int replay(List<String> files) throws IOException {
     int failures = 0;
-    try (FuzzRun run = new FuzzRun(FuzzTargets.all(Files.createTempDirectory("fuzz")))) {
+    try (FuzzRun run = new FuzzRun(FuzzTargets.all(workFolder()))) {
       for (String file : files) {
         String name = Path.of(file).getFileName().toString().replaceAll("-[0-9]+$", "");
+        if (run.targets().stream().noneMatch(target -> target.name().equals(name))) {
+          System.out.println(file + " is not called like an input, such as csv-12.");
+          failures++;
+        }
         for (FuzzTarget target : run.targets()) {
           if (target.name().equals(name)) {
             FuzzRun.Outcome outcome = run.outcome(target, Files.readAllBytes(Path.of(file)));
