@@ -202,7 +202,8 @@ final class FuzzTargets {
     List<byte[]> maps = new ArrayList<>(List.of(file("examples/maps/cities.geojson"),
         file("examples/maps/states.geojson")));
     maps.addAll(texts("{\"type\":\"Polygon\",\"coordinates\":[[[0,0],[9,0],[9,9],[0,0]]]}",
-        "{\"type\":\"GeometryCollection\",\"geometries\":[{\"type\":\"Point\",\"coordinates\":[1,2]},"
+        "{\"type\":\"GeometryCollection\",\"geometries\":["
+            + "{\"type\":\"Point\",\"coordinates\":[1,2]},"
             + "{\"type\":\"MultiLineString\",\"coordinates\":[[[1,2],[179,3],[-179,4]]]},"
             + "{\"type\":\"MultiPolygon\",\"coordinates\":[[[[0,0],[9,0],[9,9],[0,0]]]]}]}",
         "{\"type\":\"Feature\",\"properties\":{\"name\":\"x\",\"n\":1.5},\"geometry\":null}"));
@@ -231,7 +232,8 @@ final class FuzzTargets {
         bytes(new String(file("examples/client-templates/compare-groups.json"), UTF_8)
             + "{\"category\": \"g\", \"measure\": \"b\"}")));
     filled.addAll(texts("{\"version\":1,\"slots\":[{\"name\":\"c\",\"kind\":\"column\"}],"
-        + "\"chart\":{\"width\":300,\"elements\":[{\"bar\":{\"x\":{\"column\":{\"slot\":\"c\"}}}}]}}"
+        + "\"chart\":{\"width\":300,\"elements\":["
+        + "{\"bar\":{\"x\":{\"column\":{\"slot\":\"c\"}}}}]}}"
         + "{\"c\":\"a\"}"));
     add("client-template", 6, filled, input -> done(converter.graphBoardConverterToXml(input)));
     byte[] titanic = GraphConversion.toXml(file("examples/charts/titanic.gpl"));
@@ -371,7 +373,8 @@ final class FuzzTargets {
         + "<polyline points=\"1 2 3 4\" stroke-dasharray=\"2 1\"/><line x1=\"1\" y2=\"9\"/>"
         + "<text x=\"5\" y=\"30\" font-size=\"9\" font-family=\"serif\">Ab<tspan dy=\"2\">c</tspan>"
         + "</text><use xlink:href=\"#m\"/><switch><g systemLanguage=\"en\"/></switch>"
-        + "<symbol id=\"s\" viewBox=\"0 0 1 1\"/><use href=\"#s\" width=\"5%\" height=\"1em\"/></svg>";
+        + "<symbol id=\"s\" viewBox=\"0 0 1 1\"/><use"
+        + " href=\"#s\" width=\"5%\" height=\"1em\"/></svg>";
     List<byte[]> pictures =
         List.of(bytes(svg), file("examples/documents/ozone-bands.svg"));
     add("image-svg", 14, pictures, input -> {
