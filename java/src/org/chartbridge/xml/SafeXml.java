@@ -42,7 +42,26 @@ public final class SafeXml {
 
   private static final String XERCES = "http://apache.org/xml/features/";
 
+  private static final String JDK_LIMITS = "http://www.oracle.com/xml/jaxp/properties/";
+
   private SafeXml() {}
+
+  /** A parser's method that sets one of its properties. */
+  @FunctionalInterface
+  public interface Properties {
+    void set(String name, Object value) throws SAXException;
+  }
+
+  /**
+   * Puts our limits in place of those of the JDK, which are other ones in every version: from Java
+   * 24 on elements nest 100 deep at most, which trees outgrow. The depth is counted here instead.
+   *
+   * @throws SAXException when the parser does not know the limits
+   */
+  public static void setLimits(Properties parser) throws SAXException {
+    parser.set(JDK_LIMITS + "maxElementDepth", "0");
+    parser.set(JDK_LIMITS + "elementAttributeLimit", "10000");
+  }
 
   /**
    * Reads a document.
@@ -135,6 +154,7 @@ public final class SafeXml {
       factory.setFeature("http://xml.org/sax/features/external-general-entities", false);
       factory.setFeature("http://xml.org/sax/features/external-parameter-entities", false);
       XMLReader reader = factory.newSAXParser().getXMLReader();
+      setLimits(reader::setProperty);
       useEnglish(reader);
       return reader;
     } catch (ParserConfigurationException e) {

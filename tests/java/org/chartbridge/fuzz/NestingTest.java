@@ -23,10 +23,10 @@ import org.junit.jupiter.api.io.TempDir;
 import org.junit.jupiter.params.ParameterizedTest;
 import org.junit.jupiter.params.provider.ValueSource;
 
-/** Documents that nest deeply: 512 levels are read, 100,000 refused, on a stack of half a MB. */
+/** Documents that nest deeply: 512 levels are read, 100,000 refused, on a stack of 1 MB. */
 class NestingTest {
   private static final int MANY = 100_000;
-  private static final long SMALL_STACK = 512 << 10;
+  private static final long SMALL_STACK = 1 << 20;
   private static final String TOO_DEEP = "nested more than 512 levels deep";
   private static final String SVG = "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"9\""
       + " height=\"9\">";
@@ -41,7 +41,8 @@ class NestingTest {
   private static final String PMML_END = "</TreeModel></PMML>";
   private static final String DOCUMENT = "<document xmlns=\"urn:chartbridge:document:1\">";
   private static final byte[] CHART = bytes("<chart xmlns=\"urn:chartbridge:chart:2\"><elements>"
-      + "<point><x column=\"a\"/><y column=\"b\"/></point></elements><data>a,b\n1,2\n</data></chart>");
+      + "<point><x column=\"a\"/><y column=\"b\"/></point></elements><data>a,b\n1,2\n</data>"
+      + "</chart>");
 
   @TempDir Path folder;
 
@@ -110,8 +111,8 @@ class NestingTest {
   }
 
   @ParameterizedTest
-  @ValueSource(strings = {"(", "[", "{", "\"", "mean of ", "draw bar: ", "draw bar:\n  ", " ", "\n ",
-      "column a: category ", "panels by ", "# "})
+  @ValueSource(strings = {"(", "[", "{", "\"", "mean of ", "draw bar: ", "draw bar:\n  ", " ",
+      "\n ", "column a: category ", "panels by ", "# "})
   void graphLanguage(String part) throws Exception {
     String text = "draw bar: x a, y " + part.repeat(MANY);
     String message = message(() -> render(bytes(text)));
@@ -126,8 +127,8 @@ class NestingTest {
     for (int type : new int[] {2, 6}) {
       refused("The SVG image", () -> imager.ConvertImage(
           bytes(SVG + nested("<g>", "", "</g>", MANY) + "</svg>"), out, type));
-      assertNull(message(() -> imager.ConvertImage(bytes(SVG
-          + nested("<g>", "<rect width=\"5\" height=\"5\"/>", "</g>", 510) + "</svg>"), out, type)));
+      String most = nested("<g>", "<rect width=\"5\" height=\"5\"/>", "</g>", 510);
+      assertNull(message(() -> imager.ConvertImage(bytes(SVG + most + "</svg>"), out, type)));
     }
   }
 

@@ -11,6 +11,7 @@ import javax.xml.stream.XMLStreamReader;
 import org.chartbridge.chart.TextPosition;
 import org.chartbridge.tree.TreeException;
 import org.chartbridge.xml.SafeXml;
+import org.xml.sax.SAXException;
 import org.xml.sax.SAXParseException;
 
 /**
@@ -34,9 +35,12 @@ final class PmmlCursor {
     factory.setProperty(XMLInputFactory.IS_SUPPORTING_EXTERNAL_ENTITIES, false);
     factory.setProperty(XMLInputFactory.IS_COALESCING, true);
     try {
+      SafeXml.setLimits(factory::setProperty);
       reader = factory.createXMLStreamReader(new StringReader(text));
     } catch (XMLStreamException e) {
       throw malformed(e);
+    } catch (SAXException e) {
+      throw new IllegalStateException("the JDK's XML parser has no limits to set", e);
     }
   }
 

@@ -29,6 +29,7 @@ final class SchemaDepth extends DefaultHandler {
       SAXParserFactory factory = SAXParserFactory.newDefaultInstance();
       factory.setFeature(XMLConstants.FEATURE_SECURE_PROCESSING, true);
       SAXParser parser = factory.newSAXParser();
+      SafeXml.setLimits(parser::setProperty);
       parser.setProperty(XMLConstants.ACCESS_EXTERNAL_DTD, "");
       parser.setProperty(XMLConstants.ACCESS_EXTERNAL_SCHEMA, "");
       parser.parse(schema.toFile(), new SchemaDepth());

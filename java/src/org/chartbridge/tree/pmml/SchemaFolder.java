@@ -16,6 +16,7 @@ import javax.xml.validation.Schema;
 import javax.xml.validation.SchemaFactory;
 import javax.xml.validation.Validator;
 import org.chartbridge.tree.TreeException;
+import org.chartbridge.xml.SafeXml;
 import org.xml.sax.SAXException;
 import org.xml.sax.SAXParseException;
 
@@ -72,6 +73,7 @@ public final class SchemaFolder {
     }
     try {
       Validator validator = schema.newValidator();
+      SafeXml.setLimits(validator::setProperty);
       validator.setProperty(LOCALE, Locale.ROOT);
       validator.setProperty(XMLConstants.ACCESS_EXTERNAL_DTD, "");
       validator.setProperty(XMLConstants.ACCESS_EXTERNAL_SCHEMA, "");
@@ -110,6 +112,7 @@ public final class SchemaFolder {
     SchemaDepth.check(path);
     SchemaFactory factory = SchemaFactory.newDefaultInstance();
     factory.setFeature(XMLConstants.FEATURE_SECURE_PROCESSING, true);
+    SafeXml.setLimits(factory::setProperty);
     factory.setProperty(XMLConstants.ACCESS_EXTERNAL_DTD, "");
     factory.setProperty(XMLConstants.ACCESS_EXTERNAL_SCHEMA, "file");
     return factory.newSchema(path.toFile());

@@ -7,6 +7,7 @@ import java.util.Locale;
 import javax.xml.XMLConstants;
 import javax.xml.parsers.ParserConfigurationException;
 import javax.xml.parsers.SAXParserFactory;
+import org.chartbridge.xml.SafeXml;
 import org.xml.sax.InputSource;
 import org.xml.sax.SAXException;
 import org.xml.sax.SAXParseException;
@@ -28,6 +29,7 @@ final class WellFormedness {
       factory.setFeature(XMLConstants.FEATURE_SECURE_PROCESSING, true);
       factory.setFeature("http://apache.org/xml/features/disallow-doctype-decl", true);
       XMLReader reader = factory.newSAXParser().getXMLReader();
+      SafeXml.setLimits(reader::setProperty);
       reader.setErrorHandler(new DefaultHandler());
       useEnglish(reader);
       reader.parse(new InputSource(new StringReader(text)));
