@@ -32,6 +32,8 @@ namespace fs = std::filesystem;
 
 // Made in some seconds, also on a busy machine.
 constexpr unsigned kSecondsAtMost = 600;
+// Low, but not the lowest, which a busy machine would never let finish.
+constexpr int kNice = 10;
 // For several JVMs and installations; those of JVMs that have gone are some 30 MB each.
 constexpr std::size_t kArchivesInCache = 4;
 
@@ -125,7 +127,7 @@ class ArchiveMaking {
 
   static void LeaveParent() {
     setsid();
-    setpriority(PRIO_PROCESS, 0, 19);
+    setpriority(PRIO_PROCESS, 0, kNice);
     umask(S_IRWXG | S_IRWXO);
     for (int number = 1; number < NSIG; ++number) signal(number, SIG_DFL);
     sigset_t none;

@@ -9,7 +9,7 @@ namespace chartbridge {
 /// the present settings. `TeskJVM::StartJVM` of later processes finds it and starts faster;
 /// docs/performance.md has measurements.
 ///
-/// The work is done by processes of their own, at the lowest priority, which may outlive this one;
+/// The work is done by processes of their own, at a low priority, which may outlive this one;
 /// the call returns at once. They take some seconds of one processor and some 200 MB, once: nothing
 /// is begun when there is an archive already, when one is being made, when making it has failed
 /// before (a file with the ending `.failed` stands in its place; delete it to try again), when

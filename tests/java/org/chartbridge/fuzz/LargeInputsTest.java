@@ -130,6 +130,8 @@ class LargeInputsTest {
         + "<Value value=\"" + digits + "\"/></DataField>";
     quick(() -> draw(model(field, "<Node score=\"A\"><True/><Node score=\"B\"><SimplePredicate"
         + " field=\"c\" operator=\"equal\" value=\"" + digits + "\"/></Node></Node>")));
+  }
+
   @Test
   void textOfManySigns() {
     for (String text : List.of("-".repeat(50_000) + "a1", "1" + "-".repeat(50_000),
