@@ -70,8 +70,8 @@ class ClassArchiveTest : public testing::Test {
     return names;
   }
 
-  // The names in the cache, once they are one file with this ending. The process that makes it has the
-  // lowest priority: on a machine that is busy all the time that takes minutes.
+  // The names in the cache, once they are one file with this ending. The process that makes it has
+  // the lowest priority: on a machine that is busy all the time that takes minutes.
   std::vector<std::string> CachedAtLast(const std::string& ending) const {
     for (int tenths = 0; tenths < 6000; ++tenths) {
       const std::vector<std::string> names = Cached();
