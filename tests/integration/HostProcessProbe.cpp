@@ -248,7 +248,11 @@ bool HasCounters() {
   return false;
 }
 
+// What an earlier process of the same number has left says nothing about this one.
+void ForgetEarlierProcess() { unlink(AttachFile().c_str()); }
+
 void Killed(const std::string&) {
+  ForgetEarlierProcess();
   Say(Start() ? "started" : "not started");
   Say("attach file: " + std::to_string(Exists(AttachFile())));
   Say("counters: " + std::to_string(HasCounters()));
@@ -256,6 +260,7 @@ void Killed(const std::string&) {
 }
 
 void Attachable(const std::string&) {
+  ForgetEarlierProcess();
   Say(Start() ? "started" : "not started");
   Say("attach file: " + std::to_string(Exists(AttachFile())));
   unlink(AttachFile().c_str());
