@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <clocale>
 #include <cstdlib>
 #include <filesystem>
@@ -238,18 +239,26 @@ std::string AttachFile() { return "/tmp/.java_pid" + std::to_string(getpid()); }
 
 bool Exists(const std::string& path) { return access(path.c_str(), F_OK) == 0; }
 
-bool HasCounters() {
+// Where JVMs of this number would have their counters: one file in the folder of each user.
+std::vector<std::string> CounterFiles() {
+  std::vector<std::string> files;
   for (const auto& entry : std::filesystem::directory_iterator("/tmp")) {
     const std::string name = entry.path().filename();
-    if (name.rfind("hsperfdata_", 0) == 0 && Exists(entry.path() / std::to_string(getpid()))) {
-      return true;
-    }
+    if (name.rfind("hsperfdata_", 0) == 0) files.push_back(entry.path() / std::to_string(getpid()));
   }
-  return false;
+  return files;
+}
+
+bool HasCounters() {
+  const std::vector<std::string> files = CounterFiles();
+  return std::any_of(files.begin(), files.end(), Exists);
 }
 
 // What an earlier process of the same number has left says nothing about this one.
-void ForgetEarlierProcess() { unlink(AttachFile().c_str()); }
+void ForgetEarlierProcess() {
+  unlink(AttachFile().c_str());
+  for (const std::string& file : CounterFiles()) unlink(file.c_str());
+}
 
 void Killed(const std::string&) {
   ForgetEarlierProcess();
