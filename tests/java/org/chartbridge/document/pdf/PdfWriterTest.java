@@ -16,7 +16,6 @@ import java.util.ArrayList;
 import java.util.List;
 import java.util.regex.Matcher;
 import java.util.regex.Pattern;
-import java.util.stream.Stream;
 import org.chartbridge.chart.ChartException;
 import org.chartbridge.document.Documents;
 import org.junit.jupiter.api.Test;
@@ -32,21 +31,13 @@ class PdfWriterTest {
     return file;
   }
 
-  private static String run(Object... command) throws IOException, InterruptedException {
-    List<String> words = Stream.of(command).map(Object::toString).toList();
-    Process process = new ProcessBuilder(words).redirectErrorStream(true).start();
-    String output = new String(process.getInputStream().readAllBytes(), StandardCharsets.UTF_8);
-    assertEquals(0, process.waitFor(), words + ": " + output);
-    return output;
-  }
-
   private static String text(Path pdf) throws IOException, InterruptedException {
-    return run("pdftotext", "-raw", pdf, "-");
+    return PdfTool.run("pdftotext", "-raw", pdf, "-");
   }
 
   private static String info(Path pdf, String key) throws IOException, InterruptedException {
     Matcher line =
-        Pattern.compile("(?m)^" + key + ":\\s*(.*)$").matcher(run("pdfinfo", pdf));
+        Pattern.compile("(?m)^" + key + ":\\s*(.*)$").matcher(PdfTool.run("pdfinfo", pdf));
     assertTrue(line.find(), key);
     return line.group(1).strip();
   }
@@ -73,7 +64,7 @@ class PdfWriterTest {
 
   @Test
   void embedsAllFonts() throws Exception {
-    String fonts = run("pdffonts", pdf(Documents.everything()));
+    String fonts = PdfTool.run("pdffonts", pdf(Documents.everything()));
     List<String> lines = new ArrayList<>(List.of(fonts.split("\n")));
     List<String> rows = lines.subList(2, lines.size());
     assertTrue(rows.size() >= 4, fonts);
@@ -84,10 +75,10 @@ class PdfWriterTest {
 
   @Test
   void drawsChartsAndTreesAsVectors() throws Exception {
-    String images = run("pdfimages", "-list", pdf(Documents.xml(
+    String images = PdfTool.run("pdfimages", "-list", pdf(Documents.xml(
         Documents.CHART + Documents.tree())));
     assertEquals(2, images.split("\n").length, images);
-    images = run("pdfimages", "-list", pdf(Documents.xml(
+    images = PdfTool.run("pdfimages", "-list", pdf(Documents.xml(
         "<image>" + Documents.PNG + "</image>")));
     assertTrue(images.split("\n").length > 2, images);
   }
@@ -163,7 +154,7 @@ class PdfWriterTest {
     Path pdf = pdf(Documents.xml("<table><row><cell>" + "abcdefghij".repeat(20) + "</cell><cell>"
         + "viele Worte ".repeat(30) + "</cell></row></table><paragraph>" + "klmnopqrst".repeat(30)
         + "</paragraph>"));
-    for (String box : run("pdftotext", "-bbox", pdf, "-").split("\n")) {
+    for (String box : PdfTool.run("pdftotext", "-bbox", pdf, "-").split("\n")) {
       Matcher right = Pattern.compile("xMax=\"([0-9.]+)\"").matcher(box);
       if (right.find()) {
         assertTrue(Double.parseDouble(right.group(1)) <= 595 - 70 + 1, box);

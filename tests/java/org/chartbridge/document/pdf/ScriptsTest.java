@@ -34,20 +34,9 @@ class ScriptsTest {
     return file;
   }
 
-  private static String run(Object... command) throws IOException, InterruptedException {
-    List<String> words = new ArrayList<>();
-    for (Object word : command) {
-      words.add(word.toString());
-    }
-    Process process = new ProcessBuilder(words).redirectErrorStream(true).start();
-    String output = new String(process.getInputStream().readAllBytes(), StandardCharsets.UTF_8);
-    assertEquals(0, process.waitFor(), output);
-    return output;
-  }
-
   private static List<Word> words(Path pdf) throws IOException, InterruptedException {
     List<Word> words = new ArrayList<>();
-    Matcher word = WORD.matcher(run("pdftotext", "-bbox", pdf, "-"));
+    Matcher word = WORD.matcher(PdfTool.run("pdftotext", "-bbox", pdf, "-"));
     while (word.find()) {
       words.add(new Word(Double.parseDouble(word.group(1)), Double.parseDouble(word.group(2)),
           Double.parseDouble(word.group(3)), word.group(4)));
@@ -63,7 +52,7 @@ class ScriptsTest {
   /** Letters that join have other shapes than letters that stand alone. */
   @Test
   void joinsArabicLetters() throws Exception {
-    String text = run("pdftotext", "-raw", pdf(Documents.xml(
+    String text = PdfTool.run("pdftotext", "-raw", pdf(Documents.xml(
         "<heading>\u0645\u0631\u062D\u0628\u0627</heading><table caption=\"\u0639\u0631\u0628\u064A\">"
         + "<row><cell>\u0639\u062F\u062F</cell></row></table>")), "-");
     assertTrue(text.matches("(?s).*[\uFEE3\uFEE4].*"), "meem joins: " + text);
@@ -110,7 +99,7 @@ class ScriptsTest {
             + sentence.repeat(12) + "abc \u6F22 <strong>\u592A\u5B57</strong></paragraph>"
             + "<table caption=\"\u8868\"><row><cell>\u6771\u4EAC</cell><cell>" + sentence.repeat(12)
             + "</cell></row></table><list><item>\u7B2C\u4E00</item></list>"));
-    String text = run("pdftotext", "-raw", pdf, "-");
+    String text = PdfTool.run("pdftotext", "-raw", pdf, "-");
     for (String part : List.of("\u58F2\u4E0A", "\u76EE\u6B21", "\u6982\u8981", "abc \u6F22 \u592A\u5B57",
         "\u6771\u4EAC", "\u7B2C\u4E00")) {
       assertTrue(text.contains(part), part + " in " + text);
@@ -119,7 +108,7 @@ class ScriptsTest {
       assertTrue(word.right() <= RIGHT + 1, word.toString());
       assertFalse(word.text().startsWith("\u3002"), "no line begins with a full stop");
     }
-    for (String font : run("pdffonts", pdf).split("\n")) {
+    for (String font : PdfTool.run("pdffonts", pdf).split("\n")) {
       assertTrue(font.matches("name .*|-.*|.* yes yes yes +\\d+ +\\d+"), font);
     }
     String bytes = Files.readString(pdf, StandardCharsets.ISO_8859_1);
@@ -134,7 +123,7 @@ class ScriptsTest {
         + " \u3042\u3164\u3044 c\u3164d e\u2800f g\u1160h i\uFFA0j k\u034Fl"
         + " \u845B\uDB40\uDD00\u57CE m\uFE0Fn \u767D\u180Bq o\u2003p</paragraph>"
         + "<table><row><cell>\u8868\u3000\u3164\u8868</cell></row></table>");
-    String text = run("pdftotext", "-raw", pdf(xml), "-");
+    String text = PdfTool.run("pdftotext", "-raw", pdf(xml), "-");
     assertFalse(text.contains("#"), "nothing stands for what is missing: " + text);
     for (String part : List.of("\u6771", "\u4EAC", "\u3042", "\u3044", "\u845B\u57CE", "mn",
         "\u767Dq")) {

@@ -6,10 +6,8 @@ import static org.junit.jupiter.api.Assertions.assertThrows;
 import static org.junit.jupiter.api.Assertions.assertTrue;
 
 import java.io.IOException;
-import java.nio.charset.StandardCharsets;
 import java.nio.file.Files;
 import java.nio.file.Path;
-import java.util.ArrayList;
 import java.util.List;
 import org.chartbridge.chart.ChartException;
 import org.chartbridge.document.Documents;
@@ -31,17 +29,6 @@ class WideTablesTest {
   private static List<PageTable> parts(String table) {
     Document document = Documents.read(Documents.xml(table));
     return PageTable.of(document.tables().get(0), document);
-  }
-
-  private static String run(Object... command) throws IOException, InterruptedException {
-    List<String> words = new ArrayList<>();
-    for (Object word : command) {
-      words.add(word.toString());
-    }
-    Process process = new ProcessBuilder(words).redirectErrorStream(true).start();
-    String output = new String(process.getInputStream().readAllBytes(), StandardCharsets.UTF_8);
-    assertEquals(0, process.waitFor(), output);
-    return output;
   }
 
   @Test
@@ -84,12 +71,12 @@ class WideTablesTest {
     Path pdf = folder.resolve("out.pdf");
     Documents.export(Documents.xml("<paragraph>Before</paragraph><heading>Above</heading>"
         + table(11, "-123,456,789") + "<paragraph>Behind</paragraph>"), pdf, "");
-    String info = run("pdfinfo", "-l", "9", pdf);
+    String info = PdfTool.run("pdfinfo", "-l", "9", pdf);
     assertTrue(info.contains("Pages:           3"), info);
     assertTrue(info.contains("1 size:  595.275 x 841.889"), info);
     assertTrue(info.contains("2 size:  841.889 x 595.275"), info);
     assertTrue(info.contains("3 size:  595.275 x 841.889"), info);
-    String[] pages = run("pdftotext", "-raw", pdf, "-").split("\f");
+    String[] pages = PdfTool.run("pdftotext", "-raw", pdf, "-").split("\f");
     assertTrue(pages[0].startsWith("Before\n") && pages[0].strip().endsWith("1 / 3"), pages[0]);
     assertTrue(pages[1].startsWith("Above\nWide\n"), pages[1]);
     assertTrue(pages[2].startsWith("Behind\n"), pages[2]);
@@ -130,7 +117,7 @@ class WideTablesTest {
     }
     Path pdf = folder.resolve("out.pdf");
     Documents.export(Documents.xml(body.toString()), pdf, "");
-    String[] pages = run("pdftotext", "-raw", pdf, "-").split("\f");
+    String[] pages = PdfTool.run("pdftotext", "-raw", pdf, "-").split("\f");
     assertTrue(pages.length >= 31, "pages: " + pages.length);
     for (int i = 1; i <= 30; i++) {
       String entry = "(?s).*Chapter-" + i + "[. ]+(\\d+)\n.*";
